@@ -1,0 +1,35 @@
+// Type 4: a server changed state.
+
+#ifndef EVENTSYSTEM_SERVERSTATUSEVENT_H
+#define EVENTSYSTEM_SERVERSTATUSEVENT_H
+
+#include "EventSystem/Event.h"
+
+namespace EventSystem {
+
+// Thread safety: as Event.
+class EVENTSYSTEM_API ServerStatusEvent : public Event {
+ public:
+  // The valid states are 0, 1 and 2; the library treats them as numbers.
+  enum serverState : unsigned int {};
+
+  // Copies `server`, which may be NULL. A state above 2 is stored as 1.
+  ServerStatusEvent(const char* server, serverState state, unsigned long id);
+  ~ServerStatusEvent() override;
+
+  // As Event::toString(). A NULL server is written as "(null)" and reads back as that text.
+  int toString(char* buffer, unsigned long size) override;
+
+  // As CapacityEvent::fromString().
+  static int fromString(const char* text, Event** event);
+
+  unsigned int getState();
+
+ private:
+  char* m_server;  // owned, or NULL
+  serverState m_state;
+};
+
+}  // namespace EventSystem
+
+#endif
