@@ -10,6 +10,7 @@
 #include "EventSystem/ResultCode.h"
 #include "EventSystem/platform/HostConfig.h"
 #include "EventSystem/platform/HostLog.h"
+#include "FirstDsid.h"
 #include "PlatformGuard.h"
 
 namespace EventSystem {
@@ -17,7 +18,6 @@ namespace {
 
 constexpr char kEvents[] = "dsevents";
 constexpr char kProperties[] = "eventproperties";
-constexpr int kFirstDsidType = 9;  // the type of data selection that getFirstDsid() looks for
 
 // The filter that finds the row of a data selection's highest id.
 struct MaxIdFilter {
@@ -82,19 +82,7 @@ void OrbDBDSEventStorage::deleteEvent(unsigned long id, unsigned int dsid) {
 void OrbDBDSEventStorage::deleteDataSelection(unsigned int) {}
 
 int OrbDBDSEventStorage::getFirstDsid(unsigned int& dsid) {
-  dsid = 0;
-  if (!openDatabase(__func__)) return kTableUnavailable;
-  DatabaseTable selections("dataselection", __func__);
-  if (!selections) return kTableUnavailable;
-  char filter[256];
-  snprintf(filter, sizeof filter, "dstypeid=%d", kFirstDsidType);
-  for (bool row = selections.firstRow(filter); row; row = selections.nextRow(filter)) {
-    int id = 0;
-    if (selections.getNumber("id", id) != 0) continue;
-    dsid = static_cast<unsigned int>(id);
-    return kSuccess;
-  }
-  return kNoDataSelection;
+  return findFirstDsid(dsid);
 }
 
 int OrbDBDSEventStorage::populateIdCache() {
