@@ -3,7 +3,8 @@
 //
 // Construction creates missing tables, reads the ids that are there, imports the audit database
 // of off-line services and repairs the table. Without a database configuration directory, or when
-// a table cannot be created, the store is unusable for its whole life: its operations return 4.
+// a table cannot be created or read, the store is unusable for its whole life: its operations
+// return 4.
 //
 // Thread safety: none; EventManager serialises all calls.
 

@@ -122,17 +122,18 @@ bool deleteEventRow(const char* table, unsigned long id) {
   return true;
 }
 
-void EventRow::load(const Columns& columns) {
+bool EventRow::load(const Columns& columns) {
   constexpr char kFunction[] = "checkConsistency";
   long rowId = 0;
   long rowEventId = 0;
+  bool readable = true;
   eventString[0] = '\0';
   for (const OrbDB::CColumn* const column : columns) {
     const char* const name = guarded(kFunction, "name", "", [&] { return column->name(); });
     if (strcmp(name, "id") == 0) {
-      getNumber(*column, rowId, kFunction);
+      readable = getNumber(*column, rowId, kFunction) && readable;
     } else if (strcmp(name, "eventid") == 0) {
-      getNumber(*column, rowEventId, kFunction);
+      readable = getNumber(*column, rowEventId, kFunction) && readable;
     } else if (strcmp(name, "type") == 0) {
       getNumber(*column, type, kFunction);
     } else if (strcmp(name, "eventstring") == 0) {
@@ -143,6 +144,11 @@ void EventRow::load(const Columns& columns) {
   }
   id = static_cast<unsigned long>(rowId);
   eventId = static_cast<unsigned long>(rowEventId);
+  if (!readable) {
+    ErrorA(kStoreFailure, "%s The ids of a row (%lu, %lu) cannot be read; it is left alone",
+           kFunction, id, eventId);
+  }
+  return readable;
 }
 
 std::unique_ptr<Event> EventRow::parse() const {

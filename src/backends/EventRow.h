@@ -41,8 +41,9 @@ struct EventRow {
   char eventString[kEventStringBound] = "";
 
   // Takes the row's values. Ids and text start afresh with each row; type and dsid keep the
-  // previous row's value where the row lacks the column.
-  void load(const Columns& columns);
+  // previous row's value where the row lacks the column. False, with a log line, when an id is
+  // there but cannot be read: such a row is to be left alone.
+  bool load(const Columns& columns);
 
   // The row's event, or NULL when its string does not parse.
   std::unique_ptr<Event> parse() const;

@@ -43,7 +43,8 @@ OrbDBDSEventStorage::OrbDBDSEventStorage() : m_initialized(false) {
       return;
     }
   }
-  OrbDBDSEventStorage::populateIdCache();
+  // Without the ids that are there, numbering would start over and ids be given twice.
+  if (OrbDBDSEventStorage::populateIdCache() != kSuccess) return;
   m_initialized = true;
   OrbDBDSEventStorage::checkConsistency(true);
 }
@@ -69,8 +70,9 @@ int OrbDBDSEventStorage::writeEvent(Event* event, unsigned int dsid) {
     return kStoreFailure;
   }
   assignEventId(event, id);
+  addIdToCache(id, dsid);  // before the row: a stored event must not be reported as a failure
   const int result = addEventRow(kEvents, *event, id, dsid);
-  if (result == kSuccess) addIdToCache(id, dsid);
+  if (result != kSuccess) removeIdFromCache(id, dsid);
   return result;
 }
 
@@ -176,7 +178,10 @@ int OrbDBDSEventStorage::checkConsistency(bool fix) {
   EventRow row;
   Columns columns;
   for (bool found = events.firstRow(columns); found; found = events.nextRow(columns)) {
-    row.load(columns);
+    if (!row.load(columns)) {
+      ++problems;
+      continue;
+    }
     const unsigned int dsid = static_cast<unsigned int>(row.dsid);
     unsigned long& largestId = largestIds[dsid];
     largestId = std::max(largestId, row.eventId);

@@ -46,8 +46,8 @@ OrbDBEventStorage::OrbDBEventStorage()
   if (!locateDatabaseIni(iniPath)) return;
   const bool complete = createTables(iniPath);
   locateAuditDatabase(m_auditDbPath, __func__);
-  if (!complete) return;
-  OrbDBEventStorage::populateIdCache();
+  // Without the ids that are there, numbering would start over and ids be given twice.
+  if (!complete || OrbDBEventStorage::populateIdCache() != kSuccess) return;
   m_initialized = true;
   PopuAuditEventDB(true);
   OrbDBEventStorage::checkConsistency(true);
@@ -117,8 +117,9 @@ int OrbDBEventStorage::writeEvent(Event* event) {
     return kStoreFailure;
   }
   assignEventId(event, id);
+  addIdToCache(id);  // before the row: a stored event must not be reported as a failure
   const int result = addEventRow(kEvents, *event, id, std::nullopt);
-  if (result == kSuccess) addIdToCache(id);
+  if (result != kSuccess) removeIdFromCache(id);
   return result;
 }
 
@@ -197,7 +198,10 @@ int OrbDBEventStorage::checkConsistency(bool fix) {
   EventRow row;
   Columns columns;
   for (bool found = events.firstRow(columns); found; found = events.nextRow(columns)) {
-    row.load(columns);
+    if (!row.load(columns)) {
+      ++problems;
+      continue;
+    }
     largestId = std::max(largestId, row.eventId);
     const std::unique_ptr<Event> event = row.parse();
     if (event == nullptr) {
