@@ -1,0 +1,82 @@
+// The reference host's own interface: what a program does before and after it uses the library.
+//
+// One Host lives at a time; while it lives, everything in EventSystem/platform/ works: the
+// configuration is read, the log is open, and the database is open for this process.
+//
+// Thread safety: create and destroy it from the main thread, while no other thread uses the
+// library; the accessors may be called from any thread.
+
+#ifndef EVENTSYSTEM_HOST_HOST_H
+#define EVENTSYSTEM_HOST_HOST_H
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "EventSystem/Export.h"
+#include "host/config/HostConfiguration.h"
+
+namespace EventSystemHost {
+
+// Why a host cannot start, in words for the operator: what is wrong, where, and what to do.
+class EVENTSYSTEM_HOST_API HostError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Another process has the database open for writing.
+class EVENTSYSTEM_HOST_API DatabaseBusy : public HostError {
+ public:
+  using HostError::HostError;
+};
+
+enum class Access {
+  kReadWrite,  // creates what is missing; the only writer of the database file
+  kReadOnly    // beside a running writer or alone; changes nothing and needs an existing database
+};
+
+struct HostOptions {
+  // Where configuration and data are. Empty: defaultHome().
+  std::filesystem::path home;
+  Access access = Access::kReadWrite;
+  // Overrides [log] of host.ini when set. A read-only host shares no log file with the writer:
+  // unless set here, its log is standard error, with warnings and errors only.
+  std::optional<LogLevel> logLevel;
+  std::optional<std::filesystem::path> logFile;  // "-" is standard error
+};
+
+// $XDG_STATE_HOME/eventsystem, or ~/.local/state/eventsystem where that is not set.
+EVENTSYSTEM_HOST_API std::filesystem::path defaultHome();
+
+class EVENTSYSTEM_HOST_API Host {
+ public:
+  // Reads home/host.ini and home/OrbCentral.ini (both optional), opens log and database, and
+  // fills configManager. Throws HostError, or DatabaseBusy when another process writes.
+  explicit Host(const HostOptions& options);
+
+  // Makes every call durable, closes database and log.
+  ~Host();
+
+  Host(const Host&) = delete;
+  Host& operator=(const Host&) = delete;
+
+  // The effective configuration: the files with defaults filled in.
+  const HostConfiguration& configuration() const;
+
+  // Returns when everything that returned before this call survives power loss: at once in strict
+  // durability, after at most one flush otherwise. 0 on success, a database status on failure.
+  // Any thread; callers that wait at the same time share one flush.
+  int waitDurable();
+
+ private:
+  class Parts;  // what it has open
+
+  HostConfiguration m_configuration;
+  std::unique_ptr<Parts> m_parts;
+};
+
+}  // namespace EventSystemHost
+
+#endif

@@ -1,0 +1,90 @@
+#include "host/database/TableHandle.h"
+
+#include <utility>
+
+namespace {
+
+constexpr int kFailed = 1;
+
+std::optional<std::string> copied(const char* filter) {
+  return filter == nullptr ? std::nullopt : std::make_optional<std::string>(filter);
+}
+
+}  // namespace
+
+OrbDB::CTable::Impl::Impl(std::weak_ptr<EventSystemHost::Database> owner,
+                          std::shared_ptr<const EventSystemHost::TableDefinition> definition)
+    : database(std::move(owner)), table(std::move(definition)), m_row(table->columns.size()) {}
+
+OrbDB::CTable::Impl::Impl(const Impl& other) : Impl(other.database, other.table) {}
+
+OrbDB::CTable::Impl::~Impl() {
+  endWalk();
+}
+
+const EventSystemHost::Value* OrbDB::CTable::Impl::value(const char* column) const {
+  if (!m_current || column == nullptr) return nullptr;
+  const std::optional<std::size_t> index = table->find(column);
+  return index ? &m_row[*index] : nullptr;
+}
+
+int OrbDB::CTable::Impl::read(const char* key) {
+  const auto owner = database.lock();
+  const int status = owner ? owner->read(*table, key, m_row) : kFailed;
+  m_current = status == 0;
+  return status;
+}
+
+int OrbDB::CTable::Impl::start(const char* filter) {
+  endWalk();
+  m_current = false;
+  const auto owner = database.lock();
+  if (!owner) return kFailed;
+  const int status = owner->startWalk(*table, filter, m_walk, m_row);
+  m_current = status == 0;
+  m_started = m_current;
+  m_filter = copied(filter);
+  return status;
+}
+
+int OrbDB::CTable::Impl::next(const char* filter) {
+  const auto owner = database.lock();
+  if (!owner || !m_started || m_filter != copied(filter)) return kFailed;
+  const int status = m_walk ? owner->nextRow(*m_walk, m_row) : kFailed;
+  m_current = status == 0;
+  if (!m_current) endWalk();
+  return status;
+}
+
+void OrbDB::CTable::Impl::endWalk() {
+  m_started = false;
+  if (!m_walk) return;
+  if (const auto owner = database.lock()) {
+    owner->endWalk(std::move(m_walk));
+  } else {
+    m_walk.reset();
+  }
+}
+
+void OrbDB::CTable::Impl::makeColumns() {
+  if (!m_columns.empty()) return;
+  for (std::size_t i = 0; i < m_row.size(); ++i) {
+    m_columns.push_back(
+        std::make_unique<CColumn>(new CColumn::Impl{&table->columns[i], &m_row[i]}));
+  }
+}
+
+void OrbDB::CTable::Impl::columns(std::vector<CColumn*>& all) {
+  all.clear();
+  if (!m_current) return;
+  makeColumns();
+  for (const auto& column : m_columns) all.push_back(column.get());
+}
+
+OrbDB::CColumn* OrbDB::CTable::Impl::column(const char* name) {
+  if (!m_current || name == nullptr) return nullptr;
+  const std::optional<std::size_t> index = table->find(name);
+  if (!index) return nullptr;
+  makeColumns();
+  return m_columns[*index].get();
+}

@@ -1,0 +1,46 @@
+// The statements of one table on one connection, prepared when first used and kept.
+//
+// Thread safety: as Connection.
+
+#ifndef EVENTSYSTEM_HOST_DATABASE_TABLEQUERIES_H
+#define EVENTSYSTEM_HOST_DATABASE_TABLEQUERIES_H
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "host/database/Record.h"
+#include "host/database/Sqlite.h"
+#include "host/database/TableDefinition.h"
+
+namespace EventSystemHost {
+
+class TableQueries {
+ public:
+  // Both must outlive it.
+  TableQueries(const Connection& connection, const TableDefinition& table);
+
+  // SQLITE_ROW when there is such a row, SQLITE_DONE when there is none, or a failure's status.
+  // `column` is a key or unique.
+  int select(std::size_t column, const Value& value, Row& row);
+
+  // SQLITE_OK or a status; SQLITE_NOTFOUND when there is no row with the key.
+  int insert(const std::vector<Assignment>& values);
+  int update(std::int64_t key, const std::vector<Assignment>& values);
+  int remove(std::int64_t key);
+
+ private:
+  Statement& prepared(const std::string& sql);
+  int change(Statement& statement);
+
+  const Connection& m_connection;
+  const TableDefinition& m_table;
+  std::map<std::string, Statement> m_statements;  // by their text
+};
+
+// The rows of a table in the order of its key; with `column`, those where it equals parameter 1.
+std::string walkSql(const TableDefinition& table, const ColumnDefinition* column);
+
+}  // namespace EventSystemHost
+
+#endif

@@ -1,0 +1,97 @@
+#include "host/database/Writer.h"
+
+#include "host/database/DatabaseFile.h"
+
+namespace EventSystemHost {
+
+namespace {
+
+int countWalPages(void* count, sqlite3*, const char*, int pages) {
+  *static_cast<int*>(count) = pages;
+  return SQLITE_OK;
+}
+
+}  // namespace
+
+Writer::Writer(const std::filesystem::path& file, Durability durability, std::uint64_t commits)
+    : m_connection(openWriter(file, durability)),
+      m_begin(m_connection, "BEGIN IMMEDIATE"),
+      m_commit(m_connection, "COMMIT"),
+      m_rollback(m_connection, "ROLLBACK"),
+      m_savepoint(m_connection, "SAVEPOINT write"),
+      m_release(m_connection, "RELEASE write"),
+      m_rollbackToSavepoint(m_connection, "ROLLBACK TO write"),
+      m_commits(commits) {
+  sqlite3_wal_hook(m_connection.get(), countWalPages, &m_walPages);
+}
+
+int Writer::write(Commit when, const std::function<int()>& body) {
+  const bool joined = m_pending;
+  int status = joined ? m_savepoint.run() : begin();
+  if (status == SQLITE_OK) status = body();
+  if (status == SQLITE_OK && joined) status = m_release.run();
+  if (status == SQLITE_OK) {
+    if (when == Commit::kNow || joined) return commit();
+    m_pending = true;
+    return SQLITE_OK;
+  }
+  noteFailure(status);
+  if (joined && !m_connection.idle()) {
+    // Only this write is taken back; the earlier one has been reported as done.
+    m_rollbackToSavepoint.run();
+    m_release.run();
+    commit();
+  } else {
+    rollBack();
+  }
+  return status;
+}
+
+int Writer::commitPending() {
+  return m_pending ? commit() : SQLITE_OK;
+}
+
+int Writer::begin() {
+  return m_begin.run();
+}
+
+int Writer::commit() {
+  const int status = m_commit.run();
+  m_pending = false;
+  if (status != SQLITE_OK) {
+    noteFailure(status);
+    rollBack();
+    return status;
+  }
+  ++m_commits;
+  return SQLITE_OK;
+}
+
+void Writer::rollBack() {
+  m_pending = false;
+  // After some failures SQLite has rolled back by itself.
+  if (!m_connection.idle()) m_rollback.run();
+}
+
+void Writer::noteFailure(int status) {
+  m_failure = status == SQLITE_NOTFOUND ? "no row has this key" : m_connection.errorText();
+  if (primaryStatus(status) == SQLITE_IOERR) m_suspect = true;
+}
+
+int Writer::checkpoint(int mode, int& pages, int& copied) {
+  const int status = sqlite3_wal_checkpoint_v2(m_connection.get(), "main", mode, &pages, &copied);
+  if (status == SQLITE_OK) {
+    m_walPages = pages;
+  } else {
+    noteFailure(status);
+  }
+  return status;
+}
+
+sqlite3_file* Writer::walFile() const {
+  sqlite3_file* file = nullptr;
+  sqlite3_file_control(m_connection.get(), "main", SQLITE_FCNTL_JOURNAL_POINTER, &file);
+  return file;
+}
+
+}  // namespace EventSystemHost

@@ -1,0 +1,28 @@
+// Files and directories that only the server's own account may read, created so that they survive
+// power loss.
+//
+// Thread safety: any thread. All of these throw HostError, naming the file, when they fail.
+
+#ifndef EVENTSYSTEM_HOST_FILES_PRIVATEFILES_H
+#define EVENTSYSTEM_HOST_FILES_PRIVATEFILES_H
+
+#include <filesystem>
+#include <string_view>
+
+namespace EventSystemHost {
+
+// Creates what is missing of the directory's path, each part with mode 0700.
+void makePrivateDirectories(const std::filesystem::path& directory);
+
+// Makes the entries of a directory durable.
+void syncDirectory(const std::filesystem::path& directory);
+
+// Creates an empty file with mode 0600, whatever the umask is. False when it exists.
+bool makePrivateFile(const std::filesystem::path& file);
+
+// Gives the file this content with mode 0600: after a crash it has all of it or does not exist.
+void writePrivateFile(const std::filesystem::path& file, std::string_view content);
+
+}  // namespace EventSystemHost
+
+#endif

@@ -1,0 +1,118 @@
+#include "host/logging/Log.h"
+
+#include <fcntl.h>
+#include <spdlog/logger.h>
+#include <spdlog/sinks/rotating_file_sink.h>
+#include <spdlog/sinks/stdout_sinks.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <memory>
+#include <string>
+
+#include "host/Host.h"
+#include "host/files/PrivateFiles.h"
+#include "host/logging/LineWriter.h"
+
+namespace EventSystemHost {
+
+namespace {
+
+constexpr const char* kPattern = "%Y-%m-%dT%H:%M:%S.%e%z %l %v";
+
+constexpr std::array<spdlog::level::level_enum, 5> kLevels = {
+    spdlog::level::off, spdlog::level::err, spdlog::level::warn, spdlog::level::info,
+    spdlog::level::trace};
+
+std::shared_ptr<spdlog::logger> makeLogger(spdlog::sink_ptr sink, LogLevel level) {
+  auto logger = std::make_shared<spdlog::logger>("eventsystem", std::move(sink));
+  logger->set_pattern(kPattern);
+  logger->set_level(kLevels.at(static_cast<std::size_t>(level)));
+  logger->flush_on(spdlog::level::warn);
+  return logger;
+}
+
+// Where lines go while no log is open. Never destroyed: lines may come at exit, too.
+spdlog::logger& fallback() {
+  static auto* logger = new std::shared_ptr<spdlog::logger>(
+      makeLogger(std::make_shared<spdlog::sinks::stderr_sink_mt>(), LogLevel::kWarning));
+  return **logger;
+}
+
+std::shared_ptr<spdlog::logger> openedLog;
+std::atomic<spdlog::logger*> current{nullptr};
+std::atomic<LogLevel> currentLevel{LogLevel::kWarning};
+
+spdlog::sink_ptr openFile(const HostConfiguration& configuration) {
+  makePrivateDirectories(configuration.logFile.parent_path());
+  spdlog::file_event_handlers handlers;
+  // The log holds what events say; only the server's own account reads it.
+  handlers.before_open = [](const spdlog::filename_t& name) {
+    const int file = open(name.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
+    if (file >= 0) close(file);
+  };
+  return std::make_shared<spdlog::sinks::rotating_file_sink_mt>(
+      configuration.logFile.string(), configuration.logMaxBytes, configuration.logMaxFiles - 1,
+      false, handlers);
+}
+
+// Replaces what would end or garble the line by its escape sequence.
+void appendVisible(std::string& line, std::string_view text) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (c == '\n') {
+      line += "\\n";
+    } else if (c == '\r') {
+      line += "\\r";
+    } else if (c == '\t') {
+      line += "\\t";
+    } else if (byte < 0x20 || byte == 0x7f) {
+      line += {'\\', 'x', kDigits[byte >> 4], kDigits[byte & 15]};
+    } else {
+      line += c;
+    }
+  }
+}
+
+}  // namespace
+
+void openLog(const HostConfiguration& configuration) {
+  try {
+    auto sink = configuration.logFile == "-" ? std::make_shared<spdlog::sinks::stderr_sink_mt>()
+                                             : openFile(configuration);
+    openedLog = makeLogger(std::move(sink), configuration.logLevel);
+  } catch (const spdlog::spdlog_ex& problem) {
+    throw HostError(configuration.logFile.string() +
+                    ": the log cannot be opened: " + problem.what());
+  }
+  current.store(openedLog.get());
+  currentLevel.store(configuration.logLevel);
+}
+
+void closeLog() {
+  currentLevel.store(LogLevel::kWarning);
+  current.store(nullptr);
+  if (openedLog) openedLog->flush();
+  openedLog.reset();
+}
+
+bool logs(LogLevel level) {
+  return level <= currentLevel.load(std::memory_order_relaxed);
+}
+
+void writeLine(LogLevel level, int code, std::string_view text) noexcept {
+  try {
+    std::string line = std::to_string(code);
+    line += ' ';
+    appendVisible(line, text);
+    spdlog::logger* logger = current.load(std::memory_order_acquire);
+    (logger != nullptr ? *logger : fallback())
+        .log(kLevels.at(static_cast<std::size_t>(level)), spdlog::string_view_t(line));
+  } catch (...) {
+    // The log's callers have their own work to do: a line without memory for it is left out.
+  }
+}
+
+}  // namespace EventSystemHost

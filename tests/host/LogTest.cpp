@@ -1,0 +1,163 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <regex>
+#include <string>
+
+#include "EventSystem/platform/HostLog.h"
+#include "tests/host/HostFixture.h"
+
+namespace EventSystemTest {
+namespace {
+
+class Log : public HostTest {
+ protected:
+  void startWith(const std::string& section) {
+    writeFile("host.ini", "[log]\n" + section);
+    start();
+  }
+  std::filesystem::path file() const { return home() / "log" / "eventsystem.log"; }
+};
+
+TEST_F(Log, LineHasTimeLevelCodeAndText) {
+  startWith("");
+  EXPECT_EQ(ErrorA(4, "%s read event %lu", "here", 7UL), 4);
+  EXPECT_EQ(WarningA(50, "limit"), 50);
+  EXPECT_EQ(InfoA(-1, "missing"), -1);
+  stop();
+  const std::string time = "[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9:]{8}\\.[0-9]{3}[+-][0-9]{2}:[0-9]{2} ";
+  const std::regex lines(time + "error 4 here read event 7\n" + time + "warning 50 limit\n" + time +
+                         "info -1 missing\n");
+  EXPECT_TRUE(std::regex_match(log(), lines)) << log();
+}
+
+TEST_F(Log, OneCallIsOneLineWhateverTheTextHolds) {
+  startWith("");
+  ErrorA(4, "a\nb\rc\td\x1b[31m\x7f");
+  EXPECT_NE(log().find("error 4 a\\nb\\rc\\td\\x1b[31m\\x7f\n"), std::string::npos) << log();
+}
+
+TEST_F(Log, KeepsALongLineWhole) {
+  startWith("");
+  const std::string text(5000, 'x');
+  ErrorA(4, "%s!", text.c_str());
+  EXPECT_NE(log().find(text + "!\n"), std::string::npos);
+}
+
+TEST_F(Log, WritesWhatTheLevelLetsThrough) {
+  startWith("level = warning\n");
+  InfoA(0, "quiet");
+  __Trace("quieter");
+  WarningA(2, "loud");
+  EXPECT_EQ(TraceOn(), 0);
+  stop();
+  EXPECT_EQ(log().find("quiet"), std::string::npos) << log();
+  EXPECT_NE(log().find("warning 2 loud"), std::string::npos) << log();
+}
+
+TEST_F(Log, TracesWhenAsked) {
+  startWith("level = trace\n");
+  EXPECT_NE(TraceOn(), 0);
+  __Trace("%s detail", "fine");
+  stop();
+  EXPECT_NE(log().find("trace 0 fine detail"), std::string::npos) << log();
+  EXPECT_EQ(TraceOn(), 0);
+}
+
+TEST_F(Log, IsSilentWhenOff) {
+  startWith("level = off\n");
+  ErrorA(4, "nothing");
+  stop();
+  EXPECT_EQ(log(), "");
+}
+
+// A level that is off must cost no formatting: the argument would crash it.
+TEST_F(Log, DoesNotLookAtTheArgumentsOfALevelThatIsOff) {
+  startWith("level = error\n");
+  const char* const notText = reinterpret_cast<const char*>(8);
+  EXPECT_EQ(InfoA(3, "%s", notText), 3);
+  EXPECT_EQ(WarningA(3, "%s", notText), 3);
+  __Trace("%s", notText);
+}
+
+TEST_F(Log, FlushesWarningsAtOnce) {
+  startWith("");
+  InfoA(0, "first");
+  WarningA(2, "second");
+  EXPECT_NE(log().find("info 0 first"), std::string::npos) << log();
+  EXPECT_NE(log().find("warning 2 second"), std::string::npos) << log();
+}
+
+TEST_F(Log, RotatesAndKeepsTheNumberOfFilesAskedFor) {
+  startWith("max_bytes = 1024\nmax_files = 3\n");
+  for (int i = 0; i < 100; ++i) WarningA(2, "line %d %s", i, std::string(80, '-').c_str());
+  stop();
+  int files = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(file().parent_path())) {
+    ++files;
+    EXPECT_LE(entry.file_size(), 1024U) << entry.path();
+  }
+  EXPECT_EQ(files, 3);
+  EXPECT_NE(log().find("line 99"), std::string::npos);
+}
+
+TEST_F(Log, IsPrivateWhateverTheUmaskIs) {
+  const mode_t before = umask(0);
+  startWith("max_bytes = 1024\nmax_files = 3\n");
+  for (int i = 0; i < 50; ++i) WarningA(2, "line %d %s", i, std::string(80, '-').c_str());
+  stop();
+  umask(before);
+  struct stat status {};
+  ASSERT_EQ(stat(file().parent_path().c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0700U);
+  for (const auto& entry : std::filesystem::directory_iterator(file().parent_path())) {
+    ASSERT_EQ(stat(entry.path().c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600U) << entry.path();
+  }
+}
+
+TEST_F(Log, GoesToStandardErrorWhenTheFileIsADash) {
+  testing::internal::CaptureStderr();
+  startWith("file = -\n");
+  InfoA(0, "to standard error");
+  stop();
+  const std::string output = testing::internal::GetCapturedStderr();
+  EXPECT_NE(output.find("info 0 to standard error"), std::string::npos) << output;
+  EXPECT_FALSE(std::filesystem::exists(file()));
+}
+
+TEST_F(Log, WithoutAHostSaysErrorsAndWarningsOnStandardError) {
+  const auto speak = [] {
+    testing::internal::CaptureStderr();
+    ErrorA(4, "an error");
+    WarningA(2, "a warning");
+    InfoA(0, "information");
+    __Trace("detail");
+    return testing::internal::GetCapturedStderr();
+  };
+  const std::string before = speak();
+  startWith("level = trace\n");
+  stop();
+  for (const std::string& output : {before, speak()}) {
+    EXPECT_NE(output.find("error 4 an error"), std::string::npos) << output;
+    EXPECT_NE(output.find("warning 2 a warning"), std::string::npos) << output;
+    EXPECT_EQ(output.find("information"), std::string::npos) << output;
+    EXPECT_EQ(output.find("detail"), std::string::npos) << output;
+  }
+}
+
+TEST_F(Log, ThatCannotBeWrittenStopsTheHost) {
+  writeFile("occupied", "a file");
+  writeFile("host.ini", "[log]\nfile = occupied/eventsystem.log\n");
+  try {
+    start();
+    FAIL() << "started";
+  } catch (const EventSystemHost::HostError& problem) {
+    EXPECT_NE(std::string(problem.what()).find("occupied"), std::string::npos) << problem.what();
+  }
+}
+
+}  // namespace
+}  // namespace EventSystemTest
