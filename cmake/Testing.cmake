@@ -1,8 +1,19 @@
 # eventsystem_test(NAME name SOURCES file... [LIBRARIES library...] [LABELS label...])
-# builds one GoogleTest program and registers each of its tests with CTest.
+# builds one GoogleTest program and registers each of its tests with CTest. Programs with the
+# label "threads" are also what the target tests_with_threads builds.
 
 find_package(GTest REQUIRED)
 include(GoogleTest)
+
+# The test framework's headers are most of what a test compiles, so they are compiled once.
+file(WRITE ${PROJECT_BINARY_DIR}/TestingHeaders.cpp "")
+add_executable(eventsystem_testing_headers ${PROJECT_BINARY_DIR}/TestingHeaders.cpp)
+target_link_libraries(eventsystem_testing_headers
+  PRIVATE GTest::gmock_main eventsystem_settings)
+target_precompile_headers(eventsystem_testing_headers
+  PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
+
+add_custom_target(tests_with_threads)
 
 function(eventsystem_test)
   cmake_parse_arguments(TEST "" "NAME" "SOURCES;LIBRARIES;LABELS" ${ARGN})
@@ -10,6 +21,10 @@ function(eventsystem_test)
   target_include_directories(${TEST_NAME} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(${TEST_NAME}
     PRIVATE ${TEST_LIBRARIES} GTest::gmock_main eventsystem_settings)
+  target_precompile_headers(${TEST_NAME} REUSE_FROM eventsystem_testing_headers)
+  if("threads" IN_LIST TEST_LABELS)
+    add_dependencies(tests_with_threads ${TEST_NAME})
+  endif()
   gtest_discover_tests(${TEST_NAME}
     DISCOVERY_TIMEOUT 60
     PROPERTIES TIMEOUT 300 LABELS "${TEST_LABELS}")

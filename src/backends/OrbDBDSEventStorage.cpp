@@ -70,9 +70,8 @@ int OrbDBDSEventStorage::writeEvent(Event* event, unsigned int dsid) {
     return kStoreFailure;
   }
   assignEventId(event, id);
-  addIdToCache(id, dsid);  // before the row: a stored event must not be reported as a failure
   const int result = addEventRow(kEvents, *event, id, dsid);
-  if (result != kSuccess) removeIdFromCache(id, dsid);
+  if (result == kSuccess) addIdToCache(id, dsid);
   return result;
 }
 

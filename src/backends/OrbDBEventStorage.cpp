@@ -117,9 +117,8 @@ int OrbDBEventStorage::writeEvent(Event* event) {
     return kStoreFailure;
   }
   assignEventId(event, id);
-  addIdToCache(id);  // before the row: a stored event must not be reported as a failure
   const int result = addEventRow(kEvents, *event, id, std::nullopt);
-  if (result != kSuccess) removeIdFromCache(id);
+  if (result == kSuccess) addIdToCache(id);
   return result;
 }
 
