@@ -1,0 +1,115 @@
+// `eventctl add KIND --field value...`: puts one event into a queue.
+
+#include <ctime>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "EventSystem/ResultCode.h"
+#include "apps/eventctl/CommandError.h"
+#include "apps/eventctl/Commands.h"
+#include "apps/eventctl/EventKinds.h"
+#include "apps/eventctl/EventLimits.h"
+#include "apps/eventctl/EventView.h"
+#include "apps/eventctl/Output.h"
+#include "apps/eventctl/QueueReader.h"
+#include "apps/eventctl/Session.h"
+
+namespace EventCtl {
+namespace {
+
+// A KelpEvent carries one of two fields, by its issue.
+void requireIssueField(const FieldTexts& texts) {
+  const bool isFileGroup = texts.at("issue") == "3";
+  const char* const needed = isFileGroup ? "file_group" : "issue_duration";
+  const char* const unwritten = isFileGroup ? "issue_duration" : "file_group";
+  const EventKind& kind = *kindOf(EventSystem::kKelpEvent);
+  const std::string issue = "--issue " + texts.at("issue");
+  if (!texts.contains(needed)) {
+    throw CLI::ValidationError(findField(kind, needed)->option, "is required with " + issue);
+  }
+  if (texts.contains(unwritten)) {
+    throw CLI::ValidationError(findField(kind, unwritten)->option,
+                               "is not carried by an event with " + issue);
+  }
+}
+
+void fillDefaults(const EventKind& kind, FieldTexts& texts) {
+  for (const Field& field : kind.fields) {
+    if (texts.contains(field.key)) continue;
+    if (field.presence == Presence::kDefault) texts[field.key] = field.fallback;
+    if (field.presence == Presence::kNow) texts[field.key] = std::to_string(std::time(nullptr));
+  }
+}
+
+[[noreturn]] void refused(const QueueSession& session, int result, const std::string& queue) {
+  if (result == EventSystem::kStorageLimits) {
+    throw CommandError("the event was refused: " + queue +
+                       " is full; consume or delete events, or raise count_limit in " +
+                       session.limitsFile());
+  }
+  throw CommandError("the event was not stored (result " + std::to_string(result) + "); " +
+                     session.seeLog());
+}
+
+void printAdded(const GlobalOptions& options, EventSystem::Event& event) {
+  Output& output = standardOutput();
+  if (options.json) {
+    output.line(jsonLine(jsonOf(viewOf(event, options.dsid))));
+  } else {
+    output.line(std::to_string(event.getId()));
+  }
+  output.flush();
+}
+
+int runAdd(const GlobalOptions& options, const EventKind& kind, const FieldTexts& texts) {
+  const auto event = kind.build(texts);
+  const std::string obvious = whyNotStorable(*event, options.dsid, 1);
+  if (!obvious.empty()) throw CommandError("the event was refused: " + obvious);
+
+  QueueSession session(options);
+  const unsigned long id = session.expectedId(options.dsid);
+  const std::string problem = whyNotStorable(*event, options.dsid, id);
+  if (!problem.empty()) throw CommandError("the event was refused: " + problem);
+  const int result = session.manager().newEvent(event.get(), options.dsid);
+  if (result != 0) refused(session, result, queueName(options.dsid));
+  session.makeDurable();
+  printAdded(options, *event);
+  return kDone;
+}
+
+void defineField(CLI::App& command, const Field& field, const std::shared_ptr<FieldTexts>& texts) {
+  CLI::Option* const option = command.add_option_function<std::string>(
+      field.option,
+      [texts, &field](const std::string& text) {
+        const std::string problem = whyNotAValue(field, text);
+        if (!problem.empty()) throw CLI::ValidationError(field.option, problem);
+        (*texts)[field.key] = text;
+      },
+      field.help);
+  option->type_name(field.type == FieldType::kText ? "TEXT" : "N");
+  if (field.presence == Presence::kRequired) option->required();
+}
+
+void defineKind(CLI::App& add, CommandLine& line, const EventKind& kind) {
+  const std::string example = std::string("add ") + kind.name + " " + kind.example;
+  CLI::App* const command = defineCommand(add, kind.name, kind.summary, example.c_str());
+  const auto texts = std::make_shared<FieldTexts>();
+  for (const Field& field : kind.fields) defineField(*command, field, texts);
+  command->callback([&line, &kind, texts] {
+    if (kind.number == EventSystem::kKelpEvent) requireIssueField(*texts);
+    fillDefaults(kind, *texts);
+    line.run = [&line, &kind, texts] { return runAdd(line.global, kind, *texts); };
+  });
+}
+
+}  // namespace
+
+void defineAdd(CLI::App& app, CommandLine& line) {
+  CLI::App* const add = defineCommand(app, "add", "put an event into a queue and print its id",
+                                      "add activity --action 3 --severity 2 --msg 'disk full'");
+  add->require_subcommand(1);
+  for (const EventKind& kind : eventKinds()) defineKind(*add, line, kind);
+}
+
+}  // namespace EventCtl

@@ -1,0 +1,64 @@
+#include "apps/eventctl/CommandLine.h"
+
+#include <map>
+#include <string>
+
+#include "apps/eventctl/NumberOption.h"
+
+namespace EventCtl {
+namespace {
+
+using EventSystemHost::LogLevel;
+
+const std::map<std::string, LogLevel> kLogLevels = {{"off", LogLevel::kOff},
+                                                    {"error", LogLevel::kError},
+                                                    {"warning", LogLevel::kWarning},
+                                                    {"info", LogLevel::kInfo},
+                                                    {"trace", LogLevel::kTrace}};
+
+void defineWait(CLI::App& app, GlobalOptions& options) {
+  app.add_option_function<double>(
+         "--wait",
+         [&options](double seconds) {
+           options.wait = std::chrono::milliseconds(static_cast<long>(seconds * 1000));
+         },
+         "wait so long while another process holds the\ndatabase (default: 2)")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(0.0, 86400.0).description(""));
+}
+
+void defineLogLevel(CLI::App& app, GlobalOptions& options) {
+  app.add_option_function<std::string>(
+         "--log-level",
+         [&options](const std::string& name) { options.logLevel = kLogLevels.at(name); },
+         "off, error, warning, info or trace")
+      ->type_name("LEVEL")
+      ->check(CLI::Validator(
+          [](std::string& name) {
+            return kLogLevels.contains(name)
+                       ? std::string()
+                       : "'" + name + "' is not one of off, error, warning, info, trace";
+          },
+          "", "log level"));
+}
+
+}  // namespace
+
+void defineGlobalOptions(CLI::App& app, GlobalOptions& options) {
+  app.add_option("--home", options.home, "directory of configuration and data")->type_name("DIR");
+  addNumber(app, "--dsid", options.dsid, "data selection; 0 is the global queue (default)");
+  defineWait(app, options);
+  app.add_flag("--json", options.json, "print one JSON object a line, for programs");
+  app.add_flag("--verbose", options.verbose, "log to standard error");
+  defineLogLevel(app, options);
+}
+
+CLI::App* defineCommand(CLI::App& parent, const char* name, const char* description,
+                        const char* example) {
+  CLI::App* const command = parent.add_subcommand(name, description);
+  command->footer(std::string("Example:\n  eventctl ") + example +
+                  "\n\nThe options of eventctl --help work here, too: --home, --dsid, --json ...");
+  return command;
+}
+
+}  // namespace EventCtl

@@ -1,0 +1,73 @@
+// `eventctl delete ID...`: removes single events.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "apps/eventctl/CommandError.h"
+#include "apps/eventctl/Commands.h"
+#include "apps/eventctl/EventView.h"
+#include "apps/eventctl/NumberOption.h"
+#include "apps/eventctl/Output.h"
+#include "apps/eventctl/QueueReader.h"
+#include "apps/eventctl/Session.h"
+
+namespace EventCtl {
+namespace {
+
+using Ids = std::vector<unsigned long>;
+
+bool isThere(QueueSession& session, unsigned long id, unsigned int dsid) {
+  return session.host().configuration().clusterMode || QueueReader().find(id, dsid).has_value();
+}
+
+void printDeleted(const GlobalOptions& global, unsigned long id) {
+  Output& output = standardOutput();
+  if (global.json) {
+    output.line(jsonLine({{"deleted", id}, {"dsid", global.dsid}}));
+  } else {
+    output.line("Deleted event " + std::to_string(id) + ".");
+  }
+}
+
+int runDelete(const GlobalOptions& global, const Ids& ids) {
+  QueueSession session(global);
+  int status = kDone;
+  for (const unsigned long id : ids) {
+    if (!isThere(session, id, global.dsid)) {
+      complain("there is no event " + std::to_string(id) + " in " + queueName(global.dsid));
+      status = kFailed;
+      continue;
+    }
+    session.remove(id, global.dsid);
+    printDeleted(global, id);
+  }
+  session.makeDurable();
+  standardOutput().flush();
+  return status;
+}
+
+}  // namespace
+
+void defineDelete(CLI::App& app, CommandLine& line) {
+  CLI::App* const command =
+      defineCommand(app, "delete", "delete events by id", "delete 12 13 --dsid 4");
+  const auto ids = std::make_shared<Ids>();
+  command
+      ->add_option_function<std::vector<std::string>>(
+          "ID",
+          [ids](const std::vector<std::string>& texts) {
+            ids->clear();
+            for (const std::string& text : texts) {
+              ids->push_back(readNumber<unsigned long>("ID", text, 1,
+                                                       std::numeric_limits<unsigned long>::max()));
+            }
+          },
+          "the events' ids")
+      ->type_name("N")
+      ->required();
+  command->callback(
+      [&line, ids] { line.run = [&line, ids] { return runDelete(line.global, *ids); }; });
+}
+
+}  // namespace EventCtl

@@ -1,0 +1,175 @@
+// `eventctl import FILE`: one event string a line. Bad lines are named, the others go in.
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "EventSystem/ResultCode.h"
+#include "EventSystem/platform/HostConfig.h"
+#include "apps/eventctl/CommandError.h"
+#include "apps/eventctl/Commands.h"
+#include "apps/eventctl/Display.h"
+#include "apps/eventctl/EventLimits.h"
+#include "apps/eventctl/EventView.h"
+#include "apps/eventctl/LineReader.h"
+#include "apps/eventctl/Numbers.h"
+#include "apps/eventctl/Output.h"
+#include "apps/eventctl/ProgressBar.h"
+#include "apps/eventctl/Session.h"
+
+namespace EventCtl {
+namespace {
+
+constexpr std::size_t kLongestLine = 1 << 20;
+constexpr int kFailuresToGiveUp = 3;  // of the store, one after the other
+
+class Importer {
+ public:
+  Importer(const GlobalOptions& global, const std::string& file)
+      : m_global(global),
+        m_reader(file, kLongestLine),
+        m_session(global),
+        m_progress(m_reader.bytesInAll()) {}
+
+  int run() {
+    std::string line;
+    for (auto result = m_reader.next(line); result != LineReader::Result::kEnd;
+         result = m_reader.next(line)) {
+      ++m_number;
+      if (result == LineReader::Result::kTooLong) {
+        refuse("the line is longer than " + displayCount(kLongestLine) + " bytes");
+      } else if (!line.empty() && line[0] != '#') {
+        importLine(line);
+      }
+      if (m_failures == kFailuresToGiveUp) break;
+      m_progress.update(m_reader.bytesRead());
+    }
+    m_session.makeDurable();
+    m_progress.hide();
+    return finish();
+  }
+
+ private:
+  void importLine(std::string line) {
+    unsigned int dsid = m_global.dsid;
+    std::string problem = takeDataSelection(line, dsid);
+    if (problem.empty() && line.find('\0') != std::string::npos) {
+      problem = "the line contains a NUL byte";
+    }
+    if (problem.empty()) problem = whyNotAnEventString(line);
+    if (!problem.empty()) return refuse(problem);
+    store(*parseEvent(line), dsid);
+  }
+
+  // Takes "dsid=N " off the line. Returns what is wrong with it.
+  std::string takeDataSelection(std::string& line, unsigned int& dsid) {
+    constexpr std::string_view kPrefix = "dsid=";
+    if (!line.starts_with(kPrefix)) return "";
+    const std::size_t blank = line.find(' ');
+    const std::string number = line.substr(kPrefix.size(), blank - kPrefix.size());
+    const auto value = parseNumber<unsigned int>(number);
+    if (blank == std::string::npos || !value) return "it does not begin with \"dsid=N \"";
+    dsid = *value;
+    line.erase(0, blank + 1);
+    if (isGlobalQueue(dsid) || exists(dsid)) return "";
+    return "data selection " + number +
+           " does not exist; add it with: eventctl dataselection add " + number;
+  }
+
+  bool exists(unsigned int dsid) {
+    const auto known = m_known.find(dsid);
+    if (known != m_known.end()) return known->second;
+    return m_known[dsid] = QMDSIDValidate(dsid) != 0;
+  }
+
+  void store(EventSystem::Event& event, unsigned int dsid) {
+    const std::string problem = whyNotStorable(event, dsid, expectedId(dsid));
+    if (!problem.empty()) return refuse(problem);
+    const int result = m_session.manager().newEvent(&event, dsid);
+    if (result == 0) {
+      ++m_imported;
+      m_failures = 0;
+      m_lastId[isGlobalQueue(dsid)] = event.getId();
+    } else if (result == EventSystem::kStorageLimits) {
+      refuseFull(dsid);
+    } else {
+      ++m_failures;
+      refuse("the event was not stored (result " + std::to_string(result) + "); " +
+             m_session.seeLog());
+    }
+  }
+
+  // Ids are drawn from two sequences: of the global queue, and of all data selections.
+  unsigned long expectedId(unsigned int dsid) {
+    unsigned long& last = m_lastId[isGlobalQueue(dsid)];
+    if (last == 0) last = m_session.expectedId(dsid) - 1;
+    return last + 1;
+  }
+
+  void refuse(const std::string& problem) {
+    ++m_refused;
+    m_progress.hide();
+    complain(m_reader.name() + ":" + std::to_string(m_number) + ": " + problem);
+  }
+
+  // Said once: where one event finds the queue full, so do all that follow.
+  void refuseFull(unsigned int dsid) {
+    if (m_full++ > 0) {
+      ++m_refused;
+      return;
+    }
+    refuse(queueName(dsid) + " is full; consume or delete events, or raise count_limit in " +
+           m_session.limitsFile());
+  }
+
+  int finish() {
+    if (m_full > 1) {
+      complain("in all " + displayCount(m_full) + " events found the queue full");
+    }
+    if (m_failures == kFailuresToGiveUp) {
+      complain("given up after line " + std::to_string(m_number) +
+               ": the store failed for several events in a row");
+    }
+    Output& output = standardOutput();
+    if (m_global.json) {
+      output.line(jsonLine({{"imported", m_imported}, {"refused", m_refused}}));
+    } else {
+      output.line("Imported " + displayCount(m_imported) + ", refused " + displayCount(m_refused) +
+                  ".");
+    }
+    return m_refused == 0 ? kDone : kFailed;
+  }
+
+  const GlobalOptions& m_global;
+  LineReader m_reader;
+  QueueSession m_session;
+  ProgressBar m_progress;
+  std::map<unsigned int, bool> m_known;    // data selections asked for
+  std::map<bool, unsigned long> m_lastId;  // of the global queue, and of all others
+  unsigned long m_number = 0;              // of the current line
+  unsigned long m_imported = 0;
+  unsigned long m_refused = 0;
+  unsigned long m_full = 0;
+  int m_failures = 0;
+};
+
+}  // namespace
+
+void defineImport(CLI::App& app, CommandLine& line) {
+  CLI::App* const command = defineCommand(
+      app, "import", "put the events of a file into the queues",
+      "import day.events\n\n"
+      "One event string a line. A line that begins with \"dsid=N \" goes to the queue of\n"
+      "that data selection; blank lines and lines that begin with # are passed over. A\n"
+      "line that is no event is reported, the others are imported. While it reads\n"
+      "standard input, no other process can write to the queues.");
+  const auto file = std::make_shared<std::string>();
+  command->add_option("FILE", *file, "the file, or - for standard input")
+      ->type_name("")
+      ->required();
+  command->callback(
+      [&line, file] { line.run = [&line, file] { return Importer(line.global, *file).run(); }; });
+}
+
+}  // namespace EventCtl

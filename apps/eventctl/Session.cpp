@@ -1,0 +1,101 @@
+#include "apps/eventctl/Session.h"
+
+#include <string>
+#include <thread>
+#include <utility>
+
+#include "EventSystem/platform/HostConfig.h"
+#include "apps/eventctl/CommandError.h"
+#include "apps/eventctl/QueueReader.h"
+
+namespace EventCtl {
+
+using EventSystemHost::Access;
+using EventSystemHost::Host;
+using EventSystemHost::HostOptions;
+
+HostOptions hostOptions(const GlobalOptions& options, Access access) {
+  HostOptions host;
+  host.home = options.home;
+  host.access = access;
+  host.logLevel = options.logLevel;
+  if (options.verbose) host.logFile = "-";
+  // A reader shows what is wrong with a row itself; its log would be standard error.
+  const bool quiet = access == Access::kReadOnly && !options.verbose && !options.logLevel;
+  if (quiet) host.logLevel = EventSystemHost::LogLevel::kOff;
+  return host;
+}
+
+std::unique_ptr<Host> openHost(const HostOptions& options, std::chrono::milliseconds wait,
+                               const StopAsked& stop) {
+  constexpr std::chrono::milliseconds kPause(20);
+  const auto end = std::chrono::steady_clock::now() + wait;
+  while (true) {
+    try {
+      return std::make_unique<Host>(options);
+    } catch (const EventSystemHost::DatabaseBusy&) {
+      if (std::chrono::steady_clock::now() >= end || (stop && stop())) throw;
+    }
+    std::this_thread::sleep_for(kPause);
+  }
+}
+
+void requireDataSelection(unsigned int dsid) {
+  if (isGlobalQueue(dsid) || QMDSIDValidate(dsid) != 0) return;
+  const std::string number = std::to_string(dsid);
+  throw CommandError("data selection " + number +
+                     " does not exist in the dataselection table; add it with: "
+                     "eventctl dataselection add " +
+                     number);
+}
+
+std::string queueName(unsigned int dsid) {
+  if (isGlobalQueue(dsid)) return "the global queue";
+  return "the queue of data selection " + std::to_string(dsid);
+}
+
+QueueSession::QueueSession(std::unique_ptr<Host> host) : m_host(std::move(host)) {}
+
+QueueSession::QueueSession(const GlobalOptions& options)
+    : QueueSession(openHost(hostOptions(options, Access::kReadWrite), options.wait)) {
+  requireDataSelection(options.dsid);
+}
+
+std::unique_ptr<EventSystem::Event> QueueSession::next(unsigned long afterId, unsigned int dsid) {
+  EventSystem::Event* event = nullptr;
+  const int result = m_manager.getNextEvent(afterId, &event, dsid);
+  std::unique_ptr<EventSystem::Event> owner(event);
+  if (result == 0) return owner;
+  throw CommandError("cannot read " + queueName(dsid) + " after event " + std::to_string(afterId) +
+                     " (result " + std::to_string(result) + "); " + seeLog());
+}
+
+// The manager only logs a failure to delete, so the table is asked.
+void QueueSession::remove(unsigned long id, unsigned int dsid) {
+  m_manager.deleteEvent(id, dsid);
+  if (m_host->configuration().clusterMode || !QueueReader().find(id, dsid)) return;
+  throw CommandError("event " + std::to_string(id) + " could not be deleted from " +
+                     queueName(dsid) + "; " + seeLog());
+}
+
+void QueueSession::makeDurable() {
+  const int status = m_host->waitDurable();
+  if (status == 0) return;
+  throw CommandError("the database could not be made durable (status " + std::to_string(status) +
+                     "): what was just done may not survive power loss; " + seeLog());
+}
+
+unsigned long QueueSession::expectedId(unsigned int dsid) {
+  return m_host->configuration().clusterMode ? 1 : QueueReader().highestId(dsid) + 1;
+}
+
+std::string QueueSession::limitsFile() const {
+  return m_host->configuration().limitsFile.string();
+}
+
+std::string QueueSession::seeLog() const {
+  const auto& file = m_host->configuration().logFile;
+  return file == "-" ? "the log says why" : "the log says why: " + file.string();
+}
+
+}  // namespace EventCtl

@@ -1,0 +1,76 @@
+// The host, and on top of it the event manager, opened for one command.
+//
+// Thread safety: one session at a time, used by the main thread.
+
+#ifndef EVENTSYSTEM_APPS_EVENTCTL_SESSION_H
+#define EVENTSYSTEM_APPS_EVENTCTL_SESSION_H
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "EventSystem/EventManager.h"
+#include "apps/eventctl/CommandLine.h"
+#include "host/Host.h"
+
+namespace EventCtl {
+
+// The options of a host as the command line asks for it.
+EventSystemHost::HostOptions hostOptions(const GlobalOptions& options,
+                                         EventSystemHost::Access access);
+
+// A running host. While another process holds the database it tries again until `wait` is over,
+// or `stop` says so, then passes on DatabaseBusy.
+using StopAsked = std::function<bool()>;
+std::unique_ptr<EventSystemHost::Host> openHost(const EventSystemHost::HostOptions& options,
+                                                std::chrono::milliseconds wait,
+                                                const StopAsked& stop = {});
+
+// Throws CommandError unless `dsid` names the global queue or a data selection that exists. Needs
+// a running host.
+void requireDataSelection(unsigned int dsid);
+
+// Whether events with this dsid go to the queue that is not of a data selection.
+constexpr bool isGlobalQueue(unsigned int dsid) {
+  return dsid == 0 || dsid == 2;
+}
+
+// "the global queue" or "the queue of data selection N".
+std::string queueName(unsigned int dsid);
+
+// The only writer of the queues, until it is destroyed.
+class QueueSession {
+ public:
+  explicit QueueSession(std::unique_ptr<EventSystemHost::Host> host);
+  // With the dsid of the options checked.
+  explicit QueueSession(const GlobalOptions& options);
+
+  EventSystemHost::Host& host() { return *m_host; }
+  EventSystem::EventManager& manager() { return m_manager; }
+
+  // The first event after `afterId`, or null at the end of the queue. Throws CommandError.
+  std::unique_ptr<EventSystem::Event> next(unsigned long afterId, unsigned int dsid);
+
+  // Removes an event and makes sure that it is gone. Throws CommandError.
+  void remove(unsigned long id, unsigned int dsid);
+
+  // Waits until everything done so far survives power loss. Throws CommandError.
+  void makeDurable();
+
+  // The id that the next event of a queue is likely to get.
+  unsigned long expectedId(unsigned int dsid);
+
+  // "the log says why: FILE", for failures whose reason only the log knows.
+  std::string seeLog() const;
+  std::string limitsFile() const;
+
+ private:
+  std::unique_ptr<EventSystemHost::Host> m_host;
+  EventSystem::EventManager m_manager;
+};
+
+}  // namespace EventCtl
+
+#endif

@@ -1,0 +1,45 @@
+// `eventctl show ID`: one event, complete.
+
+#include <memory>
+#include <string>
+
+#include "apps/eventctl/CommandError.h"
+#include "apps/eventctl/Commands.h"
+#include "apps/eventctl/EventView.h"
+#include "apps/eventctl/NumberOption.h"
+#include "apps/eventctl/Output.h"
+#include "apps/eventctl/QueueReader.h"
+#include "apps/eventctl/Session.h"
+
+namespace EventCtl {
+namespace {
+
+int runShow(const GlobalOptions& global, unsigned long id) {
+  const auto host = openReader(global);
+  requireDataSelection(global.dsid);
+  const auto event = QueueReader().find(id, global.dsid);
+  if (!event) {
+    throw CommandError("there is no event " + std::to_string(id) + " in " + queueName(global.dsid) +
+                       "; eventctl list shows which there are");
+  }
+  Output& output = standardOutput();
+  if (global.json) {
+    output.line(jsonLine(jsonOf(*event)));
+  } else {
+    printBlock(output, *event);
+  }
+  output.flush();
+  return kDone;
+}
+
+}  // namespace
+
+void defineShow(CLI::App& app, CommandLine& line) {
+  CLI::App* const command =
+      defineCommand(app, "show", "show one event completely", "show 12 --json");
+  const auto id = std::make_shared<unsigned long>(0);
+  addNumber(*command, "ID", *id, "the event's id", 1UL)->required();
+  command->callback([&line, id] { line.run = [&line, id] { return runShow(line.global, *id); }; });
+}
+
+}  // namespace EventCtl

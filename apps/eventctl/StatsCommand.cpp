@@ -1,0 +1,182 @@
+// `eventctl stats`: how much is in the queues, read beside a running writer.
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "EventSystem/platform/HostConfig.h"
+#include "apps/eventctl/CommandError.h"
+#include "apps/eventctl/Commands.h"
+#include "apps/eventctl/Display.h"
+#include "apps/eventctl/EventKinds.h"
+#include "apps/eventctl/EventView.h"
+#include "apps/eventctl/Output.h"
+#include "apps/eventctl/QueueReader.h"
+#include "apps/eventctl/Session.h"
+
+namespace EventCtl {
+namespace {
+
+struct QueueFigures {
+  unsigned long count = 0;
+  unsigned long damaged = 0;
+  unsigned long oldest = 0;  // dates; 0 in an empty queue
+  unsigned long newest = 0;
+  unsigned long highestId = 0;  // ever handed out
+  std::map<int, unsigned long> countByType;
+  bool known = true;  // in the dataselection table, or the global queue
+
+  void add(const EventView& event) {
+    oldest = count == 0 ? event.date : std::min(oldest, event.date);
+    newest = std::max(newest, event.date);
+    ++count;
+    ++countByType[event.type];
+    if (!event.problem.empty()) ++damaged;
+  }
+};
+
+using Figures = std::map<unsigned int, QueueFigures>;  // by dsid; 0 is the global queue
+
+Figures readFigures() {
+  const QueueReader reader;
+  Figures figures;
+  reader.forEach(0, [&](const EventView& event) {
+    figures[0].add(event);
+    return true;
+  });
+  reader.forEachOfDataSelections([&](const EventView& event) {
+    figures[event.dsid].add(event);
+    return true;
+  });
+  figures[0];  // named also when empty
+  for (const DataSelection& selection : reader.dataSelections()) figures[selection.id];
+  for (auto& [dsid, queue] : figures) {
+    queue.highestId = reader.highestId(dsid);
+    queue.known = isGlobalQueue(dsid) || QMDSIDValidate(dsid) != 0;
+  }
+  return figures;
+}
+
+nlohmann::ordered_json jsonOfQueue(unsigned int dsid, const QueueFigures& queue) {
+  nlohmann::ordered_json object = {{"dsid", dsid},
+                                   {"count", queue.count},
+                                   {"damaged", queue.damaged},
+                                   {"highestId", queue.highestId},
+                                   {"known", queue.known}};
+  if (queue.count > 0) {
+    object["oldest"] = queue.oldest;
+    object["newest"] = queue.newest;
+  }
+  auto& types = object["types"] = nlohmann::ordered_json::object();
+  for (const auto& [type, count] : queue.countByType) types[kindName(type)] = count;
+  return object;
+}
+
+void printJson(Output& output, const Figures& figures,
+               const EventSystemHost::HostConfiguration& configuration) {
+  auto queues = nlohmann::ordered_json::array();
+  unsigned long count = 0;
+  for (const auto& [dsid, queue] : figures) {
+    queues.push_back(jsonOfQueue(dsid, queue));
+    count += queue.count;
+  }
+  nlohmann::ordered_json object = {{"home", configuration.home.string()},
+                                   {"database", configuration.databaseFile.string()},
+                                   {"count", count},
+                                   {"queues", queues},
+                                   {"countLimit", configuration.countLimit},
+                                   {"ageLimitDays", configuration.ageLimitDays}};
+  output.line(jsonLine(object));
+}
+
+std::string limitText(int limit, const char* unit) {
+  return limit == 0 ? "none" : displayCount(static_cast<unsigned long>(limit)) + unit;
+}
+
+void printQueues(Output& output, const Figures& figures) {
+  Table table(output,
+              {{"queue", 13, Align::kLeft, Style::kBold},
+               {"events", 9, Align::kRight},
+               {"highest id", 10, Align::kRight},
+               {"oldest (UTC)", 19, Align::kLeft, Style::kDim},
+               {"newest (UTC)", 19, Align::kLeft, Style::kDim}},
+              Overflow::kCut);
+  for (const auto& [dsid, queue] : figures) {
+    const std::string name = dsid == 0 ? "global" : "selection " + std::to_string(dsid);
+    const bool empty = queue.count == 0;
+    table.row({queue.known ? name : name + " ?", displayCount(queue.count),
+               std::to_string(queue.highestId), empty ? "-" : displayTime(queue.oldest, false),
+               empty ? "-" : displayTime(queue.newest, false)});
+  }
+}
+
+void printTypes(Output& output, const Figures& figures) {
+  std::map<int, std::map<unsigned int, unsigned long>> counts;
+  std::map<int, unsigned long> totals;
+  for (const auto& [dsid, queue] : figures) {
+    for (const auto& [type, count] : queue.countByType) {
+      counts[type][dsid] += count;
+      totals[type] += count;
+    }
+  }
+  if (totals.empty()) return;
+  output.line("");
+  Table table(output,
+              {{"type", 13, Align::kLeft, Style::kBlue},
+               {"events", 9, Align::kRight},
+               {"by queue", 0, Align::kLeft, Style::kDim}},
+              Overflow::kWrap);
+  for (const auto& [type, total] : totals) {
+    std::string where;
+    for (const auto& [dsid, count] : counts[type]) {
+      where += (where.empty() ? "" : ", ") +
+               (dsid == 0 ? "global" : "selection " + std::to_string(dsid)) + ": " +
+               displayCount(count);
+    }
+    table.row({kindName(type), displayCount(total), where});
+  }
+}
+
+void printNotes(Output& output, const Figures& figures,
+                const EventSystemHost::HostConfiguration& configuration) {
+  output.line("");
+  output.line("Limits of the global queue: " + limitText(configuration.countLimit, " events") +
+              "; age " + limitText(configuration.ageLimitDays, " days") + ".");
+  for (const auto& [dsid, queue] : figures) {
+    const std::string name = queueName(dsid);
+    if (queue.damaged > 0) {
+      output.line(std::to_string(queue.damaged) + " damaged rows in " + name +
+                  "; see eventctl check.");
+    }
+    if (!queue.known) {
+      output.line("? Data selection " + std::to_string(dsid) +
+                  " does not exist: its rows are in no queue.");
+    }
+  }
+}
+
+int runStats(const GlobalOptions& global) {
+  const auto host = openReader(global);
+  const Figures figures = readFigures();
+  Output& output = standardOutput();
+  if (global.json) {
+    printJson(output, figures, host->configuration());
+  } else {
+    printQueues(output, figures);
+    printTypes(output, figures);
+    printNotes(output, figures, host->configuration());
+  }
+  output.flush();
+  return kDone;
+}
+
+}  // namespace
+
+void defineStats(CLI::App& app, CommandLine& line) {
+  CLI::App* const command =
+      defineCommand(app, "stats", "count the events of all queues", "stats --json");
+  command->callback([&line] { line.run = [&line] { return runStats(line.global); }; });
+}
+
+}  // namespace EventCtl

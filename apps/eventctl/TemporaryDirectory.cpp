@@ -1,0 +1,26 @@
+#include "apps/eventctl/TemporaryDirectory.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <system_error>
+
+#include "apps/eventctl/CommandError.h"
+
+namespace EventCtl {
+
+TemporaryDirectory::TemporaryDirectory() {
+  std::string name = (std::filesystem::temp_directory_path() / "eventctl-XXXXXX").string();
+  if (::mkdtemp(name.data()) == nullptr) {
+    throw CommandError("cannot make the directory " + name + ": " + std::strerror(errno));
+  }
+  m_path = name;
+}
+
+TemporaryDirectory::~TemporaryDirectory() {
+  std::error_code ignored;
+  std::filesystem::remove_all(m_path, ignored);
+}
+
+}  // namespace EventCtl

@@ -1,0 +1,92 @@
+// eventctl check, on queues that were damaged behind the host's back.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/e2e/EventctlHome.h"
+
+namespace EventSystemTest {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+class Check : public EventctlHome {
+ protected:
+  void SetUp() override {
+    addDataSelection(4);
+    for (const char* const server : {"node1", "node2", "node3"}) add(server);
+    add("node4", 4);
+  }
+};
+
+TEST_F(Check, FindsNothingWrongWithSoundQueues) {
+  EXPECT_EQ(output({"check"}), "No problems found.\n");
+  EXPECT_EQ(output({"check", "--fix"}), "No problems found.\n");
+  EXPECT_EQ(json::parse(output({"check", "--json"})),
+            (json{{"fix", false}, {"findings", json::array()}, {"remaining", 0}}));
+  EXPECT_THAT(ids(), ElementsAre(1, 2, 3));
+}
+
+TEST_F(Check, FilesAMisfiledEventAgain) {
+  execute(database(), "UPDATE events SET eventid = 1 WHERE id = 2");
+  EXPECT_THAT(output({"list"}), HasSubstr("[misfiled: its event id is 1]"));
+  const std::string text = output({"check"});
+  EXPECT_THAT(text, HasSubstr("warning 105\n"));
+  EXPECT_THAT(text, HasSubstr("The event filename (2) does not match the event ID (1)"));
+  EXPECT_THAT(text, HasSubstr("Repaired; no problems remain.\n"));
+  EXPECT_THAT(ids(), ElementsAre(1, 3, 4));
+  EXPECT_EQ(json::parse(output({"show", "4", "--json"}))["fields"]["server"], "node2");
+}
+
+TEST_F(Check, RemovesUnreadableRowsOnlyWhenToldTo) {
+  execute(database(), "UPDATE events SET eventstring = 'EVENT{version:1;broken' WHERE id = 2");
+  const Surroundings wide = {.environment = {"COLUMNS=200"}};
+  EXPECT_THAT(output({"list"}, wide), HasSubstr("[unreadable event string] EVENT{version"));
+  const Outcome found = run({"check"}, wide);
+  EXPECT_EQ(found.status, 1);
+  EXPECT_THAT(found.out, HasSubstr("invalid event string: EVENT{version:1;broken"));
+  EXPECT_THAT(found.out, HasSubstr("1 found and not repaired; eventctl check --fix"));
+  EXPECT_THAT(ids(), ElementsAre(1, 2, 3));
+  EXPECT_THAT(output({"check", "--fix"}), HasSubstr("Repaired; no problems remain.\n"));
+  EXPECT_THAT(ids(), ElementsAre(1, 3));
+  EXPECT_EQ(output({"check"}), "No problems found.\n");
+}
+
+TEST_F(Check, RepairsTheQueuesOfDataSelections) {
+  execute(database(), "UPDATE dsevents SET eventstring = 'EVENT{' WHERE id = 1");
+  EXPECT_EQ(run({"check"}).status, 1);
+  EXPECT_EQ(run({"check", "--fix"}).status, 0);
+  EXPECT_THAT(ids(4), IsEmpty());
+  EXPECT_THAT(ids(), ElementsAre(1, 2, 3));
+}
+
+TEST_F(Check, ReportsWhatCannotBeRepaired) {
+  execute(database(), "UPDATE eventproperties SET propvalue = 1 WHERE propname = 'maxid'");
+  const Outcome outcome = run({"check", "--fix", "--json"});
+  EXPECT_EQ(outcome.status, 1);
+  const json result = json::parse(outcome.out);
+  EXPECT_EQ(result["remaining"], 1);
+  ASSERT_EQ(result["findings"].size(), 1u);
+  EXPECT_EQ(result["findings"][0]["level"], "error");
+  EXPECT_EQ(result["findings"][0]["code"], 9);
+  EXPECT_THAT(result["findings"][0]["message"].get<std::string>(),
+              HasSubstr("The max ID in the database (1) is smaller"));
+  EXPECT_EQ(add("next"), 4u);
+  EXPECT_EQ(run({"check"}).status, 0);
+}
+
+TEST_F(Check, ConsumePassesOverAnUnreadableRow) {
+  execute(database(), "UPDATE events SET eventstring = '' WHERE id = 1");
+  const std::string text = output({"consume"});
+  EXPECT_THAT(text, Not(HasSubstr("node1")));
+  EXPECT_THAT(text, HasSubstr("node2"));
+  EXPECT_THAT(ids(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace EventSystemTest

@@ -1,0 +1,67 @@
+// eventctl dataselection.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/e2e/EventctlHome.h"
+
+namespace EventSystemTest {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::SizeIs;
+
+using DataSelection = EventctlHome;
+
+TEST_F(DataSelection, IsAddedListedAndRemoved) {
+  EXPECT_EQ(output({"dataselection", "add", "4", "--name", "mail, \"fast\" servers"}),
+            "Data selection 4 added.\n");
+  output({"dataselection", "add", "7", "--type", "3"});
+  const auto selections = jsonLines(output({"dataselection", "list", "--json"}));
+  ASSERT_THAT(selections, SizeIs(2));
+  EXPECT_EQ(selections[0],
+            (json{{"id", 4}, {"type", 9}, {"events", 0}, {"name", "mail, \"fast\" servers"}}));
+  EXPECT_EQ(selections[1]["type"], 3);
+  EXPECT_THAT(output({"dataselection", "list"}), HasSubstr("mail, \"fast\" servers\n"));
+  EXPECT_EQ(output({"dataselection", "remove", "4"}), "Data selection 4 removed.\n");
+  EXPECT_THAT(jsonLines(output({"dataselection", "list", "--json"})), SizeIs(1));
+}
+
+TEST_F(DataSelection, IsAddedOnlyOnce) {
+  addDataSelection(4);
+  const Outcome again = run({"dataselection", "add", "4"});
+  EXPECT_EQ(again.status, 1);
+  EXPECT_EQ(again.err, "eventctl: data selection 4 exists already\n");
+  const Outcome missing = run({"dataselection", "remove", "5"});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_EQ(missing.err, "eventctl: data selection 5 does not exist\n");
+}
+
+TEST_F(DataSelection, IsNeverTheGlobalQueue) {
+  for (const char* const id : {"0", "2"}) {
+    const Outcome outcome = run({"dataselection", "add", id});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("is the global queue"));
+  }
+  EXPECT_EQ(run({"dataselection", "add", "2147483648"}).status, 2);
+  EXPECT_EQ(run({"dataselection", "add", "x"}).status, 2);
+}
+
+TEST_F(DataSelection, LeavesItsEventsBehindAndFindsThemAgain) {
+  addDataSelection(4);
+  add("node1", 4);
+  const Outcome removed = run({"dataselection", "remove", "4"});
+  EXPECT_EQ(removed.status, 0);
+  EXPECT_THAT(removed.err, HasSubstr("warning: 1 events of data selection 4 stay in the table"));
+  EXPECT_EQ(run({"list", "--dsid", "4"}).status, 1);
+  EXPECT_THAT(output({"stats"}), HasSubstr("Data selection 4 does not exist"));
+  EXPECT_EQ(json::parse(output({"stats", "--json"}))["queues"][1]["known"], false);
+  addDataSelection(4);
+  EXPECT_THAT(ids(4), ElementsAre(1));
+}
+
+}  // namespace
+}  // namespace EventSystemTest

@@ -1,0 +1,136 @@
+// eventctl consume --follow, beside other processes that write.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <string>
+
+#include "tests/e2e/EventctlHome.h"
+
+namespace EventSystemTest {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+using Follow = EventctlHome;
+
+TEST_F(Follow, PrintsWhatOtherProcessesAdd) {
+  add("before");
+  Program follower(at({"consume", "--follow", "--json"}));
+  ASSERT_TRUE(follower.waitForOutput("before"));
+  for (const char* const server : {"one", "two", "three"}) {
+    add(server);
+    ASSERT_TRUE(follower.waitForOutput("server:" + std::string(server)));
+  }
+  follower.signal(SIGTERM);
+  const Outcome outcome = follower.wait();
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_THAT(jsonLines(outcome.out), SizeIs(4));
+  EXPECT_THAT(ids(), IsEmpty());
+}
+
+TEST_F(Follow, EndsCleanlyWithAnInterruptWhileItWaits) {
+  add("node1");
+  Program follower(at({"consume", "--follow"}));
+  ASSERT_TRUE(follower.waitForOutput("node1"));
+  follower.signal(SIGINT);
+  EXPECT_EQ(follower.wait().status, 0);
+}
+
+TEST_F(Follow, SeesAuditRecordsOfOtherServices) {
+  add("before");
+  Program follower(at({"consume", "--follow", "--json"}));
+  ASSERT_TRUE(follower.waitForOutput("before"));
+  leaveAuditRecords({"left by a service"});
+  ASSERT_TRUE(follower.waitForOutput("left by a service"));
+  leaveAuditRecords({"left later"});
+  ASSERT_TRUE(follower.waitForOutput("left later"));
+  follower.signal(SIGTERM);
+  EXPECT_EQ(follower.wait().status, 0);
+}
+
+TEST_F(Follow, FollowsADataSelectionWhoseIdsStartAgain) {
+  addDataSelection(4);
+  add("first", 4);
+  Program follower(at({"consume", "--follow", "--json", "--dsid", "4"}));
+  ASSERT_TRUE(follower.waitForOutput("first"));
+  add("second", 4);
+  ASSERT_TRUE(follower.waitForOutput("second"));
+  add("elsewhere", 0);
+  add("third", 4);
+  ASSERT_TRUE(follower.waitForOutput("third"));
+  follower.signal(SIGTERM);
+  const Outcome outcome = follower.wait();
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(jsonLines(outcome.out), SizeIs(3));
+  EXPECT_THAT(ids(), ElementsAre(1));
+}
+
+TEST_F(Follow, KeepsAndPrintsEachEventOnce) {
+  add("one");
+  Program follower(at({"consume", "--follow", "--keep", "--json"}));
+  ASSERT_TRUE(follower.waitForOutput("one"));
+  add("two");
+  ASSERT_TRUE(follower.waitForOutput("two"));
+  follower.signal(SIGTERM);
+  EXPECT_THAT(jsonLines(follower.wait().out), SizeIs(2));
+  EXPECT_THAT(ids(), ElementsAre(1, 2));
+}
+
+TEST_F(Follow, EndsAtItsLimit) {
+  Program follower(at({"consume", "--follow", "--limit", "2", "--json"}));
+  add("one");
+  add("two");
+  add("three");
+  const Outcome outcome = follower.wait();
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(jsonLines(outcome.out), SizeIs(2));
+  EXPECT_THAT(ids(), ElementsAre(3));
+}
+
+TEST_F(Follow, EndsWhenItsReaderHasGone) {
+  add("node1");
+  const Outcome outcome = run({"consume", "--follow"}, {.out = Surroundings::Out::kBrokenPipe});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(ids(), ElementsAre(1));
+}
+
+TEST_F(Follow, EndsWhenItsReaderGoesWhileItWaits) {
+  add("node1");
+  Program follower(at({"consume", "--follow"}));
+  ASSERT_TRUE(follower.waitForOutput("node1"));
+  follower.closeOutput();
+  const Outcome outcome = follower.wait();
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "eventctl: the reader of standard output has gone\n");
+}
+
+// The pipe takes 64 KiB; what does not fit waits in the queue until the stop.
+TEST_F(Follow, EndsWhileItsReaderDoesNotRead) {
+  std::string events;
+  for (int i = 0; i < 200; ++i) events += activity(std::string(900, 'x')) + "\n";
+  output({"import", "-"}, {.input = events});
+  Program follower(at({"consume", "--follow", "--json"}));
+  ASSERT_TRUE(follower.waitForOutput("xxx"));
+  follower.signal(SIGTERM);
+  const Outcome outcome = follower.wait();
+  EXPECT_EQ(outcome.status, 0);
+  const auto lines = linesOf(outcome.out);
+  std::size_t complete = 0;
+  for (const std::string& line : lines) complete += json::accept(line) ? 1 : 0;
+  EXPECT_GE(complete + 1, lines.size());
+  EXPECT_THAT(ids(), SizeIs(200 - complete));
+}
+
+TEST_F(Follow, RefusesADataSelectionThatDoesNotExist) {
+  const Outcome outcome = run({"consume", "--follow", "--dsid", "9"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("data selection 9 does not exist"));
+}
+
+}  // namespace
+}  // namespace EventSystemTest
