@@ -73,16 +73,22 @@ int DatabaseTable::getNumber(const char* key, const char* column, long& value) {
 }
 
 template <class Unsigned>
-void DatabaseTable::getDecimal(const char* column, Unsigned& value) {
+bool DatabaseTable::getDecimal(const char* column, Unsigned& value) {
   const OrbDB::CColumn* const current = guarded<OrbDB::CColumn*>(
       m_operation, "getcolumn", nullptr, [&] { return m_table->getcolumn(column); });
+  if (current == nullptr) return true;
   char text[64];
-  if (current == nullptr || !EventSystem::getText(*current, text, sizeof text, m_operation)) return;
+  if (!EventSystem::getText(*current, text, sizeof text, m_operation)) {
+    ErrorA(kStoreFailure, "%s Column %s of a row cannot be read; the row is passed over",
+           m_operation, column);
+    return false;
+  }
   std::istringstream(text) >> value;
+  return true;
 }
 
-template void DatabaseTable::getDecimal(const char*, unsigned int&);
-template void DatabaseTable::getDecimal(const char*, unsigned long&);
+template bool DatabaseTable::getDecimal(const char*, unsigned int&);
+template bool DatabaseTable::getDecimal(const char*, unsigned long&);
 
 bool DatabaseTable::firstRow(const char* filter) {
   return guarded(m_operation, "ListRecordsStart", kThrew,

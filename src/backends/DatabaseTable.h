@@ -40,9 +40,9 @@ class DatabaseTable {
   int getNumber(const char* key, const char* column, long& value);
 
   // A column of the current row read as an unsigned decimal text; `value` is left alone where the
-  // row lacks the column.
+  // row lacks the column. False, with a log line, where the column is there but cannot be read.
   template <class Unsigned>
-  void getDecimal(const char* column, Unsigned& value);
+  bool getDecimal(const char* column, Unsigned& value);
 
   // A walk over the rows that match the filter (NULL: all): true while a row is current.
   bool firstRow(const char* filter);

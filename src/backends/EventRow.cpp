@@ -122,6 +122,12 @@ bool deleteEventRow(const char* table, unsigned long id) {
   return true;
 }
 
+void deleteRewrittenRow(DatabaseTable& table, unsigned long id) {
+  if (table.deleteRecord(id) != 0) {
+    ErrorA(kStoreFailure, "%s Failed to delete the event from OrbDB", "checkConsistency");
+  }
+}
+
 bool EventRow::load(const Columns& columns) {
   constexpr char kFunction[] = "checkConsistency";
   long rowId = 0;
@@ -129,8 +135,11 @@ bool EventRow::load(const Columns& columns) {
   bool readable = true;
   eventString[0] = '\0';
   for (const OrbDB::CColumn* const column : columns) {
-    const char* const name = guarded(kFunction, "name", "", [&] { return column->name(); });
-    if (strcmp(name, "id") == 0) {
+    const char* const name =
+        guarded<const char*>(kFunction, "name", nullptr, [&] { return column->name(); });
+    if (name == nullptr) {
+      readable = false;
+    } else if (strcmp(name, "id") == 0) {
       readable = getNumber(*column, rowId, kFunction) && readable;
     } else if (strcmp(name, "eventid") == 0) {
       readable = getNumber(*column, rowEventId, kFunction) && readable;
@@ -139,13 +148,13 @@ bool EventRow::load(const Columns& columns) {
     } else if (strcmp(name, "eventstring") == 0) {
       getText(*column, eventString, sizeof eventString, kFunction);
     } else if (strcmp(name, "dataselection") == 0) {
-      getNumber(*column, dsid, kFunction);
+      readable = getNumber(*column, dsid, kFunction) && readable;
     }
   }
   id = static_cast<unsigned long>(rowId);
   eventId = static_cast<unsigned long>(rowEventId);
   if (!readable) {
-    ErrorA(kStoreFailure, "%s The ids of a row (%lu, %lu) cannot be read; it is left alone",
+    ErrorA(kStoreFailure, "%s A row (id %lu, event id %lu) cannot be read; it is left alone",
            kFunction, id, eventId);
   }
   return readable;

@@ -32,6 +32,9 @@ int readEventRow(const char* table, unsigned long id, Event** event);
 // Deletes the row of `id`; false when the table is missing.
 bool deleteEventRow(const char* table, unsigned long id);
 
+// Deletes the old row of an event that was filed under a new id.
+void deleteRewrittenRow(DatabaseTable& table, unsigned long id);
+
 // One row of a consistency check.
 struct EventRow {
   unsigned long id = 0;       // what the row is filed under
@@ -41,8 +44,8 @@ struct EventRow {
   char eventString[kEventStringBound] = "";
 
   // Takes the row's values. Ids and text start afresh with each row; type and dsid keep the
-  // previous row's value where the row lacks the column. False, with a log line, when an id is
-  // there but cannot be read: such a row is to be left alone.
+  // previous row's value where the row lacks the column. False, with a log line, when an id
+  // or the dsid is there but cannot be read: such a row is to be left alone.
   bool load(const Columns& columns);
 
   // The row's event, or NULL when its string does not parse.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <limits>
 #include <memory>
 #include <set>
 
@@ -96,8 +97,7 @@ int OrbDBDSEventStorage::populateIdCache() {
   unsigned int dsid = 0;
   std::set<unsigned int> found;
   for (bool row = events.firstRow(nullptr); row; row = events.nextRow(nullptr)) {
-    events.getDecimal("eventid", id);
-    events.getDecimal("dataselection", dsid);
+    if (!events.getDecimal("eventid", id) || !events.getDecimal("dataselection", dsid)) continue;
     if (!isValid(dsid)) continue;
     raiseMaxId(dsid, id);
     addIdToCache(id, dsid);
@@ -120,11 +120,14 @@ void OrbDBDSEventStorage::raiseMaxId(unsigned int dsid, unsigned long id) {
 unsigned long OrbDBDSEventStorage::getNextEventID(unsigned int dsid) {
   unsigned long largest = 0;
   for (const auto& [each, maxId] : m_maxIds) largest = std::max(largest, maxId);
+  // Behind the last id there is none: numbering must not start over.
+  if (largest == std::numeric_limits<unsigned long>::max()) return 0;
   return m_maxIds[dsid] = largest + 1;
 }
 
 unsigned long OrbDBDSEventStorage::getNewID(unsigned int dsid) {
   const unsigned long id = getNextEventID(dsid);
+  if (id == 0) return 0;
   if (setMaxIdInDB(id, dsid) != kSuccess) {
     WarningA(kStoreFailure, "%s Failed to set the max event id in the eventproperties table",
              __func__);
@@ -202,7 +205,9 @@ int OrbDBDSEventStorage::checkConsistency(bool fix) {
     WarningA(105, "%s The event filename (%lu) does not match the event ID (%lu).  Fixing...",
              __func__, row.id, row.eventId);
     ++problems;
-    if (event != nullptr && writeEvent(event.get(), dsid) == kSuccess) events.deleteRecord(row.id);
+    if (event != nullptr && writeEvent(event.get(), dsid) == kSuccess) {
+      deleteRewrittenRow(events, row.id);
+    }
   }
   problems += checkMaxIds(largestIds);
   InfoA(kSuccess, "%s Ending consistency check", __func__);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <limits>
 #include <memory>
 #include <mutex>
 
@@ -137,7 +138,7 @@ int OrbDBEventStorage::populateIdCache() {
   m_idCache.clear();
   unsigned long id = 0;
   for (bool row = events.firstRow(nullptr); row; row = events.nextRow(nullptr)) {
-    events.getDecimal("eventid", id);
+    if (!events.getDecimal("eventid", id)) continue;
     addIdToCache(id);
     m_maxId = std::max(m_maxId, id);
   }
@@ -151,7 +152,8 @@ int OrbDBEventStorage::populateIdCache() {
 }
 
 unsigned long OrbDBEventStorage::getNextEventID() {
-  return ++m_maxId;
+  // Behind the last id there is none: numbering must not start over.
+  return m_maxId == std::numeric_limits<unsigned long>::max() ? 0 : ++m_maxId;
 }
 
 unsigned long OrbDBEventStorage::getNewID() {
@@ -161,6 +163,7 @@ unsigned long OrbDBEventStorage::getNewID() {
     return 0;
   }
   const unsigned long id = getNextEventID();
+  if (id == 0) return 0;
   char assignments[1024];
   snprintf(assignments, sizeof assignments, "propname=maxid,propvalue=%lu", id);
   if (properties.updateRecord(kMaxIdKey, assignments) > 0) {
@@ -218,7 +221,9 @@ int OrbDBEventStorage::checkConsistency(bool fix) {
     WarningA(105, "%s The event filename (%lu) does not match the event ID (%lu).  Fixing...",
              __func__, row.id, row.eventId);
     ++problems;
-    if (event != nullptr && writeEvent(event.get()) == kSuccess) events.deleteRecord(row.id);
+    if (event != nullptr && writeEvent(event.get()) == kSuccess) {
+      deleteRewrittenRow(events, row.id);
+    }
   }
   problems += checkMaxId(largestId);
   InfoA(kSuccess, "%s Ending consistency check", __func__);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <limits>
 
 #include "EventSystem/ResultCode.h"
 #include "EventSystem/platform/HostLog.h"
@@ -15,6 +16,7 @@ constexpr int kNoCode = -1;
 // not parse.
 int copyEvent(Event& event, Event** copy) {
   char text[2048];
+  text[0] = '\0';
   event.toString(text, sizeof text);
   return Event::fromString(text, copy);
 }
@@ -51,11 +53,16 @@ int HashEventStorage::writeEvent(Event* event) {
   if (result != kSuccess) return result;
   if (checkLimits(m_walked) != kSuccess) return kStorageLimits;
 
+  if (m_maxId == std::numeric_limits<unsigned long>::max()) {
+    ErrorA(kStoreFailure, "%s Failed to get a new event id", __func__);
+    return kStoreFailure;
+  }
   const unsigned long id = ++m_maxId;
   assignEventId(event, id);
   assignEventId(copy.get(), id);
   addIdToCache(id);
-  m_events[copy->getId()] = std::move(copy);
+  const std::shared_ptr<Event> stored = std::move(copy);
+  m_events[stored->getId()] = stored;
   return kSuccess;
 }
 

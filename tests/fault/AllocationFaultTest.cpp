@@ -191,6 +191,11 @@ TEST_F(AllocationFault, TheMemoryStorePassesTheFailureOnAndStaysUsable) {
     FaultTable::instance().note("HashEventStorage::writeEvent", "allocation fails", "bad_alloc");
     const unsigned long spent = store.getMaxId();
     EXPECT_LE(spent, 1u);
+    Event* lost = nullptr;
+    EXPECT_EQ(0, store.readEvent(1, &lost));
+    EXPECT_EQ(nullptr, lost);
+    // The id may have reached the cache, where it counts as one problem in each of two checks.
+    EXPECT_THAT(store.checkConsistency(false), testing::AnyOf(0, 2));
     EXPECT_EQ(0, store.writeEvent(event.get()));
     EXPECT_EQ(spent + 1, event->getId());
   }

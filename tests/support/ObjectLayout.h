@@ -45,7 +45,7 @@ std::size_t memberOffset(Member Class::*member) {
 
 // How many functions the virtual table of a class of namespace EventSystem has, the destructor's
 // two places included; 0 when the class exports no table.
-inline std::size_t vtableSize(const char* className) {
+__attribute__((no_sanitize("address"))) inline std::size_t vtableSize(const char* className) {
   const std::string symbol =
       "_ZTVN11EventSystem" + std::to_string(std::strlen(className)) + className + "E";
   void* const address = dlsym(RTLD_DEFAULT, symbol.c_str());
@@ -57,7 +57,7 @@ inline std::size_t vtableSize(const char* className) {
   const std::size_t header = 2;  // offset to top and type information
   const auto* const slots = static_cast<void* const*>(address) + header;
   std::size_t size = static_cast<const ElfW(Sym)*>(entry)->st_size / sizeof(void*) - header;
-  while (size > 0 && slots[size - 1] == nullptr) --size;  // a sanitizer's padding
+  while (size > 0 && slots[size - 1] == nullptr) --size;  // AddressSanitizer's padding
   return size;
 }
 

@@ -280,5 +280,18 @@ TEST_F(OrbDBDSEventStorageRepair, AnUnusableStoreCanBeFilledAndChecked) {
   EXPECT_EQ(0, store->checkConsistency(false));
 }
 
+TEST_F(OrbDBDSEventStorageRepair, ARowWhoseDataSelectionCannotBeReadIsLeftAloneAndNotCached) {
+  putMaxId(2, 3, 9);
+  putMaxId(3, 4, 9);
+  putDSRow(1, 3);
+  putDSRow(5, 7, capacityText(7, 1), "4");
+  dsevents().makeUnreadable("5", "dataselection");
+  build();
+  EXPECT_EQ(1, store->checkConsistency(true));
+  EXPECT_THAT(store->written, IsEmpty());
+  EXPECT_THAT(dsevents().keys(), ElementsAre("1", "5"));
+  EXPECT_THAT(caches(), ElementsAre(Pair(3u, ElementsAre(1))));
+}
+
 }  // namespace
 }  // namespace EventSystemTest

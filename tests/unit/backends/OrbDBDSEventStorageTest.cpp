@@ -288,6 +288,7 @@ TEST_F(OrbDBDSEventStorageTest, AnIdOfZeroIsRefused) {
   EXPECT_EQ(0u, event->getId());
   EXPECT_EQ(error(4, "%s Failed to get a new event id", "writeEvent"), host().log().back());
   EXPECT_THAT(dsevents().keys(), IsEmpty());
+  EXPECT_EQ(-1, storedMaxId(9)) << "numbering must not start over";
 }
 
 TEST_F(OrbDBDSEventStorageTest, WithoutItsTableTheIdIsSpent) {
@@ -503,6 +504,23 @@ TEST_F(FirstDsid, DoesNotNeedAUsableStore) {
   configureWithoutDirectory();
   build();
   EXPECT_THAT(first(), Pair(0, 6u));
+}
+
+TEST_F(OrbDBDSEventStorageTest, ANullOutputIsRefused) {
+  build();
+  EXPECT_EQ(9, store->readEvent(1, nullptr, 3));
+  EXPECT_EQ(error(4, "%s The event pointer is NULL.", "readEvent"), host().log().back());
+  EXPECT_EQ(9, store->getNextEvent(0, nullptr, 3));
+  EXPECT_EQ(error(4, "%s The event pointer is NULL.", "getNextEvent"), host().log().back());
+}
+
+TEST_F(OrbDBDSEventStorageTest, AnUnusableStoreHasEmptyQueues) {
+  configureWithoutDirectory();
+  build();
+  TextEvent stale("stale");
+  Event* event = &stale;
+  EXPECT_EQ(0, store->getNextEvent(0, &event, 3));
+  EXPECT_EQ(nullptr, event);
 }
 
 }  // namespace

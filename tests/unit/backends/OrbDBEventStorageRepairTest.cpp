@@ -332,5 +332,66 @@ TEST_F(OrbDBEventStorageRepair, AnUnusableStoreCanBeChecked) {
   EXPECT_EQ(0, store->checkConsistency(false));
 }
 
+TEST_F(OrbDBEventStorageRepair, ARowWhoseIdsCannotBeReadIsCountedAndLeftAlone) {
+  putMaxId(9);
+  build();
+  putRow(5);
+  for (const char* const column : {"id", "eventid"}) {
+    events().makeUnreadable("5", column);
+    EXPECT_EQ(1, store->checkConsistency(true)) << column;
+    EXPECT_EQ(0, store->writes);
+    EXPECT_THAT(events().keys(), ElementsAre("5"));
+    events().makeReadable("5", column);
+  }
+  EXPECT_EQ(0, store->checkConsistency(true));
+}
+
+TEST_F(OrbDBEventStorageRepair, ARowWithAColumnThatCannotBeNamedIsCountedAndLeftAlone) {
+  putMaxId(9);
+  build();
+  putRow(5);
+  Fault fault;
+  fault.call = "CColumn::name";
+  fault.mode = FaultMode::kThrow;
+  fault.nth = 0;
+  host().inject(fault);
+  EXPECT_EQ(1, store->checkConsistency(true));
+  EXPECT_EQ(0, store->writes);
+  EXPECT_THAT(events().keys(), ElementsAre("5"));
+}
+
+TEST_F(OrbDBEventStorageRepair, ARowWhoseEventIdCannotBeReadIsNotCached) {
+  putMaxId(9);
+  build();
+  putRow(5);
+  putRow(6);
+  events().makeUnreadable("6", "eventid");
+  EXPECT_EQ(0, store->populateIdCache());
+  EXPECT_THAT(cache(), ElementsAre(5));
+}
+
+TEST_F(OrbDBEventStorageRepair, AnOldRowThatStaysAfterItsRewriteIsLogged) {
+  putMaxId(9);
+  build();
+  putRow(5, 7, capacityText(7, 1));
+  fail("deleteRecord");
+  EXPECT_EQ(1, store->checkConsistency(true));
+  EXPECT_EQ(error(4, "%s Failed to delete the event from OrbDB", "checkConsistency"),
+            findings().back());
+}
+
+TEST_F(OrbDBEventStorageRepair, NumberingNeverStartsOver) {
+  putMaxId(9);
+  build();
+  highest() = ~0ul;
+  const std::unique_ptr<Event> event = newCapacityEvent();
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(4, store->writeEvent(event.get()));
+    EXPECT_EQ(error(4, "%s Failed to get a new event id", "writeEvent"), host().log().back());
+  }
+  EXPECT_EQ("9", maxId());
+  EXPECT_EQ(~0ul, highest());
+}
+
 }  // namespace
 }  // namespace EventSystemTest

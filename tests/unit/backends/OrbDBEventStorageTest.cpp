@@ -449,5 +449,13 @@ TEST_F(OrbDBEventStorageTest, EverythingWrittenIsThereAfterARestart) {
   EXPECT_EQ(nullptr, next(2));
 }
 
+TEST_F(OrbDBEventStorageTest, ANullOutputIsRefused) {
+  build();
+  EXPECT_EQ(9, store->readEvent(1, nullptr));
+  EXPECT_EQ(error(4, "%s The event pointer is NULL.", "readEvent"), host().log().back());
+  EXPECT_EQ(9, store->getNextEvent(0, nullptr));
+  EXPECT_EQ(error(4, "%s The event pointer is NULL.", "getNextEvent"), host().log().back());
+}
+
 }  // namespace
 }  // namespace EventSystemTest

@@ -331,5 +331,17 @@ TEST_F(HashEventStorageTest, ReplacingAnEventReleasesTheOldOne) {
   EXPECT_TRUE(watched.expired());
 }
 
+TEST_F(HashEventStorageTest, ANullOutputIsRefused) {
+  EXPECT_EQ(9, store->readEvent(1, nullptr));
+  EXPECT_EQ(9, store->getNextEvent(0, nullptr));
+}
+
+TEST_F(HashEventStorageTest, NumberingNeverStartsOver) {
+  store->setMaxId(~0ul);
+  const std::unique_ptr<Event> event = newCapacityEvent();
+  EXPECT_EQ(4, store->writeEvent(event.get()));
+  EXPECT_EQ(~0ul, store->getMaxId());
+}
+
 }  // namespace
 }  // namespace EventSystemTest
