@@ -1,12 +1,16 @@
 #include "host/Host.h"
 
+#include <unistd.h>
+
 #include <atomic>
 #include <cstdlib>
 #include <utility>
 
 #include "host/config/ConfigRegistry.h"
 #include "host/config/ConfigurationLoader.h"
+#include "host/config/DistinctFiles.h"
 #include "host/database/Database.h"
+#include "host/database/DatabaseLocation.h"
 #include "host/database/WriterLock.h"
 #include "host/files/PrivateFiles.h"
 #include "host/logging/Log.h"
@@ -75,6 +79,8 @@ HostConfiguration configure(const HostOptions& options) {
   }
   if (options.logLevel) configuration.logLevel = *options.logLevel;
   if (options.logFile) configuration.logFile = *options.logFile;
+  configuration.databaseFile = locateDatabase(configuration.databaseFile);
+  requireDistinctFiles(configuration);
   return configuration;
 }
 
@@ -92,6 +98,8 @@ class Host::Parts {
 
   Database& database() { return m_database.get(); }
 
+  bool belongToThisProcess() const { return m_process == getpid(); }
+
  private:
   static std::unique_ptr<WriterLock> lockDatabase(const HostConfiguration& configuration) {
     makePrivateDirectories(configuration.home);
@@ -99,6 +107,7 @@ class Host::Parts {
     return std::make_unique<WriterLock>(configuration.databaseFile);
   }
 
+  const pid_t m_process = getpid();
   OnlyHost m_only;
   std::unique_ptr<WriterLock> m_lock;
   OpenLog m_log;
@@ -120,10 +129,20 @@ Host::Host(const HostOptions& options)
     : m_configuration(configure(options)),
       m_parts(std::make_unique<Parts>(m_configuration, options.access)) {}
 
-Host::~Host() = default;
+// After fork() the copy in the child has no thread, and shares locks and files with the parent's.
+// It is kept, because nothing of it may be released before the child ends.
+Host::~Host() {
+  if (m_parts->belongToThisProcess()) return;
+  static std::atomic<Parts*> kept{nullptr};
+  kept.store(m_parts.release());
+}
 
 const HostConfiguration& Host::configuration() const {
   return m_configuration;
+}
+
+std::string Host::damage() const {
+  return m_parts->database().damage();
 }
 
 int Host::waitDurable() {

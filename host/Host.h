@@ -70,6 +70,11 @@ class EVENTSYSTEM_HOST_API Host {
   // Any thread; callers that wait at the same time share one flush.
   int waitDurable();
 
+  // What this process has found damaged in the database, in words for the operator; empty when
+  // nothing. From then on the database takes no writes: what cannot be read, ids handed out before
+  // among it, must not be written over. Any thread.
+  std::string damage() const;
+
  private:
   class Parts;  // what it has open
 

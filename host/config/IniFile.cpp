@@ -20,6 +20,10 @@ std::string readWhole(const std::filesystem::path& file) {
   if (std::filesystem::is_directory(file, ignored)) {
     throw HostError(file.string() + ": is a directory; an ini file is expected there");
   }
+  // A pipe would block.
+  if (std::filesystem::exists(file, ignored) && !std::filesystem::is_regular_file(file, ignored)) {
+    throw HostError(file.string() + ": is not a regular file; an ini file is expected there");
+  }
   errno = 0;
   std::ifstream input(file, std::ios::binary);
   if (!input && errno == ENOENT) return {};

@@ -59,7 +59,7 @@ Database::Database(const HostConfiguration& configuration)
       m_checkpointAt(kCheckpointPages) {}
 
 std::shared_ptr<Database> Database::openForWriting(const HostConfiguration& configuration) {
-  const std::shared_ptr<Database> database(new Database(configuration));
+  std::shared_ptr<Database> database(new Database(configuration));
   Database& self = *database;
   try {
     writeDefinitions(configuration.databaseDirectory);
@@ -87,7 +87,7 @@ std::shared_ptr<Database> Database::openForWriting(const HostConfiguration& conf
 }
 
 std::shared_ptr<Database> Database::openForReading(const HostConfiguration& configuration) {
-  const std::shared_ptr<Database> database(new Database(configuration));
+  std::shared_ptr<Database> database(new Database(configuration));
   Database& self = *database;
   self.m_readOnly = true;
   try {
@@ -124,7 +124,8 @@ const Connection& Database::connection() const {
   return m_readOnly ? m_reader : m_writer->connection();
 }
 
-int Database::logFailure(int status, const Task& task, const std::string& reason) const {
+int Database::logFailure(int status, const Task& task, const std::string& reason) {
+  noteDamage(status, task.table, reason);
   return ErrorA(status, "%s: table %s: %s: %s", m_configuration.databaseFile.c_str(),
                 task.table == nullptr ? "(none)" : task.table, task.failed, reason.c_str());
 }
@@ -144,14 +145,18 @@ int Database::call(Use use, const Task& task, const std::function<int()>& body) 
   Lock lock(m_mutex);
   try {
     const int status = ready(use, lock);
-    return status != SQLITE_OK ? status : body();
+    if (status != SQLITE_OK) return status;
+    if (use == Use::kWrite && !m_damage.empty()) {
+      return ErrorA(SQLITE_CORRUPT, "%s: %s", task.failed, m_damage.c_str());
+    }
+    return body();
   } catch (const RefusedRecord& problem) {
     logFailure(problem.status(), task, problem.what());
     if (m_writer) commitPending();
     return problem.status();
   } catch (const SqliteError& problem) {
     logFailure(problem.status(), task, problem.what());
-    if (m_writer && primaryStatus(problem.status()) == SQLITE_IOERR) m_writer->markSuspect();
+    if (m_writer && saysFailedOperation(problem.status())) m_writer->markSuspect();
     return problem.status();
   } catch (const HostError& problem) {
     return logFailure(SQLITE_ERROR, task, problem.what());
@@ -314,8 +319,8 @@ int Database::nextRow(Walk& walk, Row& row) {
   const int status = walk.next(row);
   if (status == SQLITE_ROW) return SQLITE_OK;
   if (status == SQLITE_DONE) return SQLITE_NOTFOUND;
-  return ErrorA(status, "%s: a walk ended before its last row: %s",
-                m_configuration.databaseFile.c_str(), sqlite3_errstr(status));
+  return logFailure(status, {walk.table().c_str(), "a walk ended before its last row"},
+                    sqlite3_errstr(status));
 }
 
 void Database::endWalk(std::unique_ptr<Walk> walk) {
@@ -373,6 +378,7 @@ int Database::commitPending() {
   if (status != SQLITE_OK) {
     ErrorA(status, "%s: a write was not stored: %s", m_configuration.databaseFile.c_str(),
            m_writer->failure().c_str());
+    noteDamage(status, nullptr, m_writer->failure());
   }
   afterWrite();
   return status;

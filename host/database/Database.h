@@ -56,6 +56,9 @@ class Database : public std::enable_shared_from_this<Database> {
 
   bool hasDataSelection(unsigned int dsid);
 
+  // Host::damage().
+  std::string damage();
+
   // Host::waitDurable().
   int waitDurable();
 
@@ -91,7 +94,10 @@ class Database : public std::enable_shared_from_this<Database> {
   const Connection& connection() const;
   TableQueries& queries(Table& table);
   Table& require(std::string_view name);
-  int logFailure(int status, const Task& task, const std::string& reason) const;
+  int logFailure(int status, const Task& task, const std::string& reason);
+
+  // Notes the first failure that says that the file is damaged; `table` may be NULL.
+  void noteDamage(int status, const char* table, const std::string& reason);
 
   Maintenance::Clock::time_point maintenanceDue() const;
   void maintain(Lock& lock);
@@ -121,6 +127,7 @@ class Database : public std::enable_shared_from_this<Database> {
   int m_unsavedPages = 0;  // pages that must be in the WAL; 0 when the file has them all
   bool m_checkpointDue = false;
   std::uint64_t m_commits = 0;
+  std::string m_damage;          // what was found damaged; then nothing more is written
   bool m_walSuspect = false;     // its pages must reach the file before the next write
   bool m_lost = false;           // calls that had returned are gone
   int m_unreported = SQLITE_OK;  // a failure that no caller has been told

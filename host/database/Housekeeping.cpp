@@ -27,7 +27,7 @@ constexpr int kBusyMillisecondsAtClose = 200;
 Maintenance::Clock::time_point Database::maintenanceDue() const {
   const bool usable = m_open && m_writer && !m_writer->suspect() && !m_walSuspect && !m_lost;
   if (!usable) return Maintenance::kNever;
-  if (m_checkpointDue) return Maintenance::Clock::time_point::min();
+  if (m_checkpointDue && m_damage.empty()) return Maintenance::Clock::time_point::min();
   return m_writer->pending() ? m_pendingSince + kPendingDelay : Maintenance::kNever;
 }
 
@@ -42,6 +42,8 @@ void Database::maintain(Lock& lock) {
 }
 
 void Database::checkpoint() {
+  // Who repairs the file finds it and the WAL as they were.
+  if (!m_damage.empty()) return;
   m_checkpointDue = false;
   m_checkpointAt = m_walPages + kCheckpointPages;
   try {
@@ -53,6 +55,7 @@ void Database::checkpoint() {
     m_unsavedPages = 0;
     if (shrink()) m_checkpointDue = true;
   } catch (const SqliteError& problem) {
+    noteDamage(problem.status(), nullptr, problem.what());
     WarningA(problem.status(), "%s: the WAL cannot be copied into the database file: %s",
              m_configuration.databaseFile.c_str(), problem.what());
   }
@@ -76,8 +79,9 @@ void Database::finish(Lock& lock) {
       m_sync.waitUntilIdle(lock);
     }
     endAllWalks();
-    for (int step = 0; step < kStepsAtClose && shrink(); ++step) {
+    for (int step = 0; m_damage.empty() && step < kStepsAtClose && shrink(); ++step) {
     }
+    if (!m_damage.empty()) return;
     sqlite3_busy_timeout(connection().get(), kBusyMillisecondsAtClose);
     int pages = 0;
     int copied = 0;
@@ -87,6 +91,7 @@ void Database::finish(Lock& lock) {
              m_configuration.databaseFile.c_str(), m_writer->failure().c_str());
     }
   } catch (const SqliteError& problem) {
+    noteDamage(problem.status(), nullptr, problem.what());
     ErrorA(problem.status(), "%s: %s", m_configuration.databaseFile.c_str(), problem.what());
   }
 }

@@ -25,6 +25,7 @@ int Database::recover(Use use, Lock& lock) {
     return SQLITE_OK;
   } catch (const SqliteError& problem) {
     if (m_writer) m_writer->markSuspect();
+    noteDamage(problem.status(), nullptr, problem.what());
     return ErrorA(problem.status(), "%s: cannot be opened again after a failed flush: %s",
                   m_configuration.databaseFile.c_str(), problem.what());
   } catch (const HostError& problem) {
@@ -67,6 +68,7 @@ int Database::secureWal() {
   int copied = 0;
   const int status = m_writer->checkpoint(SQLITE_CHECKPOINT_TRUNCATE, pages, copied);
   if (status != SQLITE_OK) {
+    noteDamage(status, nullptr, m_writer->failure());
     return ErrorA(status, "%s: the WAL cannot be written to the database file: %s",
                   m_configuration.databaseFile.c_str(), m_writer->failure().c_str());
   }

@@ -24,6 +24,18 @@ void readValue(sqlite3_stmt* statement, int column, Value& value) {
 
 }  // namespace
 
+bool saysDamage(int status) {
+  switch (status) {
+    case SQLITE_IOERR_READ:
+    case SQLITE_IOERR_SHORT_READ:
+    case SQLITE_IOERR_DATA:
+    case SQLITE_IOERR_CORRUPTFS:
+      return true;
+    default:
+      return primaryStatus(status) == SQLITE_CORRUPT || primaryStatus(status) == SQLITE_NOTADB;
+  }
+}
+
 Statement::Statement(const Connection& connection, const std::string& sql) {
   sqlite3_stmt* statement = nullptr;
   const int status =

@@ -100,6 +100,14 @@ inline int primaryStatus(int status) {
   return status & 0xff;
 }
 
+// Whether what is stored in the file cannot be read, so that a row may be there and not be found.
+bool saysDamage(int status);
+
+// Whether a file operation failed that is worth another attempt with the file opened anew.
+inline bool saysFailedOperation(int status) {
+  return primaryStatus(status) == SQLITE_IOERR && !saysDamage(status);
+}
+
 }  // namespace EventSystemHost
 
 #endif

@@ -52,7 +52,7 @@ int TableQueries::insert(const std::vector<Assignment>& values) {
       prepared("INSERT INTO " + sqlName(m_table.name) + " (" + assignedList(m_table, values, "") +
                ") VALUES (" + parameters + ")");
   bindAll(statement, values);
-  return statement.run();
+  return change(statement, kRowIgnored);
 }
 
 int TableQueries::update(std::int64_t key, const std::vector<Assignment>& values) {
@@ -61,20 +61,20 @@ int TableQueries::update(std::int64_t key, const std::vector<Assignment>& values
                " WHERE " + sqlName(m_table.keyColumn().name) + " = ?");
   bindAll(statement, values);
   statement.bind(static_cast<int>(values.size()) + 1, key);
-  return change(statement);
+  return change(statement, SQLITE_NOTFOUND);
 }
 
 int TableQueries::remove(std::int64_t key) {
   Statement& statement = prepared("DELETE FROM " + sqlName(m_table.name) + " WHERE " +
                                   sqlName(m_table.keyColumn().name) + " = ?");
   statement.bind(1, key);
-  return change(statement);
+  return change(statement, SQLITE_NOTFOUND);
 }
 
-int TableQueries::change(Statement& statement) {
+int TableQueries::change(Statement& statement, int whenNone) {
   const int status = statement.run();
   if (status != SQLITE_OK) return status;
-  return sqlite3_changes(m_connection.get()) > 0 ? SQLITE_OK : SQLITE_NOTFOUND;
+  return sqlite3_changes(m_connection.get()) > 0 ? SQLITE_OK : whenNone;
 }
 
 std::string walkSql(const TableDefinition& table, const ColumnDefinition* column) {

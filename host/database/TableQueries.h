@@ -15,6 +15,9 @@
 
 namespace EventSystemHost {
 
+// The status of an insert that succeeded and added no row; SQLite has none of its own for it.
+constexpr int kRowIgnored = SQLITE_CONSTRAINT | (255 << 8);
+
 class TableQueries {
  public:
   // Both must outlive it.
@@ -24,14 +27,16 @@ class TableQueries {
   // `column` is a key or unique.
   int select(std::size_t column, const Value& value, Row& row);
 
-  // SQLITE_OK or a status; SQLITE_NOTFOUND when there is no row with the key.
+  // SQLITE_OK or a status; kRowIgnored when nothing was added.
   int insert(const std::vector<Assignment>& values);
+
+  // SQLITE_OK or a status; SQLITE_NOTFOUND when there is no row with the key.
   int update(std::int64_t key, const std::vector<Assignment>& values);
   int remove(std::int64_t key);
 
  private:
   Statement& prepared(const std::string& sql);
-  int change(Statement& statement);
+  int change(Statement& statement, int whenNone);
 
   const Connection& m_connection;
   const TableDefinition& m_table;

@@ -7,7 +7,7 @@
 namespace EventSystemHost {
 
 Walk::Walk(ReaderPool& pool, const TableDefinition& table, std::optional<Assignment> filter)
-    : m_pool(pool), m_filter(std::move(filter)), m_connection(pool.take()) {
+    : m_pool(pool), m_table(table.name), m_filter(std::move(filter)), m_connection(pool.take()) {
   const ColumnDefinition* column = m_filter ? &table.columns[m_filter->column] : nullptr;
   m_statement = Statement(m_connection, walkSql(table, column));
   if (m_filter) m_statement.bind(1, m_filter->value);

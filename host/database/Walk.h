@@ -6,6 +6,7 @@
 #define EVENTSYSTEM_HOST_DATABASE_WALK_H
 
 #include <optional>
+#include <string>
 
 #include "host/database/ReaderPool.h"
 #include "host/database/Record.h"
@@ -33,8 +34,11 @@ class Walk {
   // The same, because the database is closed or opened anew, which is told as a failure.
   void abandon();
 
+  const std::string& table() const { return m_table; }
+
  private:
   ReaderPool& m_pool;
+  const std::string m_table;
   std::optional<Assignment> m_filter;
   Connection m_connection;
   Statement m_statement;

@@ -1,6 +1,7 @@
 #include "host/database/Writer.h"
 
 #include "host/database/DatabaseFile.h"
+#include "host/database/TableQueries.h"
 
 namespace EventSystemHost {
 
@@ -74,8 +75,14 @@ void Writer::rollBack() {
 }
 
 void Writer::noteFailure(int status) {
-  m_failure = status == SQLITE_NOTFOUND ? "no row has this key" : m_connection.errorText();
-  if (primaryStatus(status) == SQLITE_IOERR) m_suspect = true;
+  if (status == SQLITE_NOTFOUND) {
+    m_failure = "no row has this key";
+  } else if (status == kRowIgnored) {
+    m_failure = "a trigger in the database kept the row out";
+  } else {
+    m_failure = m_connection.errorText();
+  }
+  if (saysFailedOperation(status)) m_suspect = true;
 }
 
 int Writer::checkpoint(int mode, int& pages, int& copied) {

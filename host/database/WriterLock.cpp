@@ -10,6 +10,7 @@
 #include <string>
 
 #include "host/Host.h"
+#include "host/database/DatabaseLocation.h"
 #include "host/files/PrivateFiles.h"
 
 namespace EventSystemHost {
@@ -20,39 +21,60 @@ std::string ownerOf(int descriptor) {
   std::array<char, 32> text{};
   const ssize_t length = pread(descriptor, text.data(), text.size() - 1, 0);
   std::string owner(text.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
-  owner.erase(owner.find_last_not_of("\n") + 1);
+  owner.erase(owner.find_last_not_of('\n') + 1);
   // Between taking the lock and writing its id the owner is not known yet.
   return owner.empty() ? "unknown" : owner;
 }
 
+int openExisting(const std::filesystem::path& file) {
+  makePrivateFile(file);
+  // A pipe that takes the file's place in this moment must not block.
+  const int descriptor = open(file.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
+  if (descriptor < 0) {
+    throw HostError(file.string() + ": cannot be opened: " + std::strerror(errno));
+  }
+  return descriptor;
+}
+
+// False when another process has the lock.
+bool lock(const FileDescriptor& descriptor, const std::filesystem::path& file) {
+  if (flock(descriptor.get(), LOCK_EX | LOCK_NB) == 0) return true;
+  if (errno == EWOULDBLOCK) return false;
+  throw HostError(file.string() + ": cannot be locked: " + std::strerror(errno));
+}
+
+[[noreturn]] void busy(const std::filesystem::path& databaseFile, const std::string& owner) {
+  throw DatabaseBusy(databaseFile.string() + ": is open for writing in process " + owner +
+                     "; end that process or open the database read-only");
+}
+
+void writeOwner(const FileDescriptor& descriptor, const std::filesystem::path& file) {
+  const std::string owner = std::to_string(getpid()) + "\n";
+  if (ftruncate(descriptor.get(), 0) != 0 || pwrite(descriptor.get(), owner.data(), owner.size(),
+                                                    0) != static_cast<ssize_t>(owner.size())) {
+    throw HostError(file.string() + ": cannot be written: " + std::strerror(errno));
+  }
+}
+
+std::filesystem::path lockFileOf(const std::filesystem::path& databaseFile) {
+  return databaseFile.string() + ".lock";
+}
+
 }  // namespace
 
-WriterLock::WriterLock(const std::filesystem::path& databaseFile) {
-  const std::string file = databaseFile.string() + ".lock";
-  makePrivateFile(file);
-  m_descriptor = open(file.c_str(), O_RDWR | O_CLOEXEC);
-  if (m_descriptor < 0) throw HostError(file + ": cannot be opened: " + std::strerror(errno));
-  if (flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
-    const int reason = errno;
-    const std::string owner = ownerOf(m_descriptor);
-    close(m_descriptor);
-    if (reason != EWOULDBLOCK) throw HostError(file + ": cannot be locked: " + strerror(reason));
-    throw DatabaseBusy(databaseFile.string() + ": is open for writing in process " + owner +
-                       "; end that process or open the database read-only");
-  }
-  const std::string owner = std::to_string(getpid()) + "\n";
-  if (ftruncate(m_descriptor, 0) != 0 ||
-      pwrite(m_descriptor, owner.data(), owner.size(), 0) != static_cast<ssize_t>(owner.size())) {
-    const int reason = errno;
-    close(m_descriptor);
-    throw HostError(file + ": cannot be written: " + std::strerror(reason));
-  }
+WriterLock::WriterLock(const std::filesystem::path& databaseFile)
+    : m_named(openExisting(lockFileOf(databaseFile))), m_file(openExisting(databaseFile)) {
+  const std::filesystem::path named = lockFileOf(databaseFile);
+  if (!lock(m_named, named)) busy(databaseFile, ownerOf(m_named.get()));
+  // Whoever has only this one is not named by the lock file, which was removed meanwhile.
+  if (!lock(m_file, databaseFile)) busy(databaseFile, "unknown (its lock file was removed)");
+  requireOneRegularFile(databaseFile);
+  writeOwner(m_named, named);
 }
 
 WriterLock::~WriterLock() {
   // The file stays: removing it would let two processes lock two files of the same name.
-  [[maybe_unused]] const int ignored = ftruncate(m_descriptor, 0);
-  close(m_descriptor);
+  [[maybe_unused]] const int ignored = ftruncate(m_named.get(), 0);
 }
 
 }  // namespace EventSystemHost

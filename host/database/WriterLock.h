@@ -1,6 +1,7 @@
-// The lock that makes this process the only writer of a database file. It is held on a file
-// beside the database, FILE.lock, which names the owner's process id and stays when the lock is
-// gone; a process that dies gives its lock back.
+// The lock that makes this process the only writer of a database file. It is held twice: on a
+// file beside the database, FILE.lock, which names the owner's process id and stays when the lock
+// is gone, and on the database file itself, which has the same lock by whatever name it is
+// reached. A process that dies gives both back.
 //
 // Thread safety: none needed; taken and given back by the thread that owns the Host.
 
@@ -9,12 +10,17 @@
 
 #include <filesystem>
 
+#include "host/files/FileDescriptor.h"
+
 namespace EventSystemHost {
 
 class WriterLock {
  public:
-  // Throws DatabaseBusy with the owner's process id when it is taken, HostError when the file
-  // cannot be created.
+  // Creates what is missing. Throws DatabaseBusy with the owner's process id when the lock is
+  // taken, HostError when a file cannot be created.
+  //
+  // Create it before SQLite opens the file, and end it after SQLite has closed it: closing any
+  // descriptor of the file takes SQLite's own locks away from the whole process.
   explicit WriterLock(const std::filesystem::path& databaseFile);
   ~WriterLock();
 
@@ -22,7 +28,8 @@ class WriterLock {
   WriterLock& operator=(const WriterLock&) = delete;
 
  private:
-  int m_descriptor = -1;
+  FileDescriptor m_named;
+  FileDescriptor m_file;
 };
 
 }  // namespace EventSystemHost

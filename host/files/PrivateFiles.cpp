@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "host/Host.h"
+#include "host/files/FileDescriptor.h"
 
 namespace EventSystemHost {
 
@@ -21,22 +22,6 @@ constexpr mode_t kDirectoryMode = 0700;
 [[noreturn]] void fail(const std::filesystem::path& file, const char* what) {
   throw HostError(file.string() + ": " + what + ": " + std::strerror(errno));
 }
-
-class FileDescriptor {
- public:
-  explicit FileDescriptor(int descriptor) : m_descriptor(descriptor) {}
-  ~FileDescriptor() {
-    if (m_descriptor >= 0) close(m_descriptor);
-  }
-  FileDescriptor(const FileDescriptor&) = delete;
-  FileDescriptor& operator=(const FileDescriptor&) = delete;
-
-  bool valid() const { return m_descriptor >= 0; }
-  int get() const { return m_descriptor; }
-
- private:
-  int m_descriptor;
-};
 
 void writeAll(int descriptor, std::string_view content, const std::filesystem::path& file) {
   while (!content.empty()) {

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -57,6 +58,57 @@ TEST_F(Configuration, NeedsNoFile) {
   EXPECT_EQ(configuration.logMaxFiles, 5U);
   EXPECT_EQ(configuration.ageLimitDays, 0);
   EXPECT_EQ(configuration.countLimit, 50000);
+}
+
+TEST_F(Configuration, RefusesAPipeInPlaceOfAnIniFile) {
+  for (const char* name : {"host.ini", "OrbCentral.ini", "orbdb.ini"}) {
+    ASSERT_EQ(mkfifo((home() / name).c_str(), 0600), 0);
+    try {
+      start();
+      ADD_FAILURE() << name;
+    } catch (const HostError& problem) {
+      EXPECT_EQ(problem.what(), (home() / name).string() +
+                                    ": is not a regular file; an ini file is expected there");
+    }
+    std::filesystem::remove(home() / name);
+  }
+}
+
+TEST_F(Configuration, RefusesALogInThePlaceOfAnotherFile) {
+  for (const char* name :
+       {"events.db", "events.db-wal", "events.db-shm", "events.db-journal", "events.db.lock",
+        "orbdb.ini", "host.ini", "OrbCentral.ini", "audit/audit.db", "sub/../events.db"}) {
+    const std::string message = refusal(std::string("[log]\nfile = ") + name + "\n");
+    EXPECT_EQ(message.rfind((home() / "host.ini").string() + ": [log] file: ", 0), 0U)
+        << name << ": " << message;
+    EXPECT_NE(message.find(" and the log ([log] file); give each a file of its own"),
+              std::string::npos)
+        << message;
+  }
+}
+
+TEST_F(Configuration, SaysWhichTwoUsesAFileWouldHave) {
+  EXPECT_EQ(refusal("[log]\nfile = events.db\n"),
+            (home() / "host.ini").string() + ": [log] file: " + (home() / "events.db").string() +
+                " would be both the database ([database] file) and the log ([log] file); give "
+                "each a file of its own");
+}
+
+TEST_F(Configuration, RefusesTwoUsesOfOneFile) {
+  const auto refused = [&](const std::string& hostIni) {
+    const std::string message = refusal(hostIni);
+    EXPECT_NE(message.find(" would be both "), std::string::npos) << hostIni << message;
+  };
+  refused("[database]\nfile = audit/audit.db\n");
+  refused("[database]\nfile = orbdb.ini\n");
+  refused("[database]\nfile = host.ini\n");
+  refused("[database]\nfile = OrbCentral.ini\n");
+  refused("[log]\nfile = a.db\n[database]\nfile = a.1.db\n");
+  std::filesystem::create_symlink(home() / "events.db", home() / "l.log");
+  writeFile("events.db", "");
+  refused("[log]\nfile = l.log\n");
+  EXPECT_EQ(refusal("[log]\nfile = a.db\nmax_files = 1\n[database]\nfile = a.1.db\n"), "(started)")
+      << "without rotation there is no older log";
 }
 
 TEST_F(Configuration, TakesEveryEntry) {

@@ -19,6 +19,7 @@ struct Orders {
   int failures = 0;             // how many fail then
   bool lose = false;
   bool full = false;
+  bool unreadable = false;
   bool hold = false;
   int held = 0;
 };
@@ -55,6 +56,10 @@ int closeFile(sqlite3_file* file) {
   return innerOf(file)->pMethods->xClose(innerOf(file));
 }
 int readFile(sqlite3_file* file, void* data, int size, sqlite3_int64 offset) {
+  {
+    const std::lock_guard lock(mutex);
+    if (orders.unreadable && !asFile(file)->wal) return SQLITE_IOERR_READ;
+  }
   return innerOf(file)->pMethods->xRead(innerOf(file), data, size, offset);
 }
 
@@ -217,6 +222,11 @@ void loseUnflushed(bool lose) {
 void setDiskFull(bool full) {
   const std::lock_guard lock(mutex);
   orders.full = full;
+}
+
+void failReads(bool fail) {
+  const std::lock_guard lock(mutex);
+  orders.unreadable = fail;
 }
 
 void holdFlushes() {

@@ -6,6 +6,7 @@
 //   - a failed flush loses what was written to its file since the last good one, as a kernel may
 //     do that drops pages it could not write;
 //   - the disk is full: writes that make a file longer fail, those inside a file do not;
+//   - a read of the database file reports an error;
 //   - a flush takes until it is let go.
 // Nothing is torn: a write happens as a whole or not at all.
 //
@@ -26,6 +27,9 @@ int databaseFlushes();
 void failFlush(int n, int count = 1);
 void loseUnflushed(bool lose);
 void setDiskFull(bool full);
+
+// Reads of the database file fail; those of the WAL do not.
+void failReads(bool fail);
 
 // Flushes wait between these; waitForHeldFlush() returns when one does.
 void holdFlushes();

@@ -122,6 +122,31 @@ TEST_F(File, ThatDoesNotExistCannotBeRead) {
   EXPECT_TRUE(std::filesystem::is_empty(home()));
 }
 
+TEST_F(File, WithASecondNameIsRefused) {
+  startWithTables();
+  stop();
+  std::filesystem::create_hard_link(database(), home() / "second.db");
+  for (const Access access : {Access::kReadWrite, Access::kReadOnly}) {
+    EXPECT_EQ(refusal(access).rfind(database().string() + ": has 2 hard links; ", 0), 0U)
+        << refusal(access);
+  }
+  std::filesystem::remove(home() / "second.db");
+  EXPECT_EQ(refusal(), "(started)");
+}
+
+TEST_F(File, ThatIsAPipeIsRefusedAndNotWaitedFor) {
+  ASSERT_EQ(mkfifo(database().c_str(), 0600), 0);
+  for (const Access access : {Access::kReadWrite, Access::kReadOnly}) {
+    EXPECT_EQ(refusal(access).rfind(database().string() + ": is not a regular file; ", 0), 0U)
+        << refusal(access);
+  }
+}
+
+TEST_F(File, ThatIsALinkToNowhereIsRefused) {
+  std::filesystem::create_symlink(home() / "nowhere.db", database());
+  EXPECT_EQ(refusal().rfind(database().string() + ": is a symbolic link to ", 0), 0U) << refusal();
+}
+
 TEST_F(File, IsNotChangedByReading) {
   startWithTables();
   ASSERT_EQ(open("events").addRecord(eventRecord(1).c_str(), nullptr, 0), 0);

@@ -2,6 +2,8 @@
 // output how far it has come, and waits for a line on standard input where a test has to act.
 
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <iostream>
@@ -80,11 +82,30 @@ void walk(const std::string&) {
   say(std::to_string(count) + " rows");
 }
 
+// Says how a child ended that had a copy of the host, and what can be read and written then.
+// Returns true in the child.
+bool endAsChild(const std::string& home) {
+  createEvents(home);
+  const pid_t child = fork();
+  if (child == 0) {
+    alarm(10);  // ends a child that hangs
+    return true;
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  say("child: " + std::to_string(status));
+  waitForLine();
+  add(1);
+  say(rows());
+  return false;
+}
+
 int run(const std::string& task, const std::string& home) {
   EventSystemHost::HostOptions options;
   options.home = home;
   options.access = task == "list" || task == "walk" ? Access::kReadOnly : Access::kReadWrite;
   const EventSystemHost::Host host(options);
+  if (task == "fork" && endAsChild(home)) return 0;
   if (task == "hold") hold(home);
   if (task == "write") {
     createEvents(home);

@@ -1,10 +1,13 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 #include <string>
 
+#include "tests/host/FaultVfs.h"
 #include "tests/host/HostFixture.h"
 #include "tests/host/OtherProcess.h"
 
@@ -13,10 +16,35 @@ namespace {
 
 using EventSystemHost::Access;
 using EventSystemHost::DatabaseBusy;
+using EventSystemHost::Host;
+using EventSystemHost::HostOptions;
 
 class Process : public HostTest {
  protected:
   static int add(long id) { return open("events").addRecord(eventRecord(id).c_str(), nullptr, 0); }
+
+  static HostOptions optionsFor(const std::filesystem::path& home) {
+    HostOptions options;
+    options.home = home;
+    return options;
+  }
+
+  // Whether another process finds a lock of this one on the database file. SQLite's locks go when
+  // any descriptor of the file is closed.
+  bool othersSeeSqlitesLock() const {
+    const pid_t child = fork();
+    if (child == 0) {
+      const int file = ::open(database().c_str(), O_RDWR | O_CLOEXEC);
+      struct flock lock {};
+      lock.l_type = F_WRLCK;
+      lock.l_whence = SEEK_SET;
+      const bool found = fcntl(file, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+      _exit(found ? 1 : 0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 1;
+  }
 };
 
 TEST_F(Process, OnlyOneMayWrite) {
@@ -64,6 +92,69 @@ TEST_F(Process, ALockOfADeadProcessDoesNotBlock) {
   EXPECT_EQ(contentOf(database().string() + ".lock"), pid + "\n") << "nobody could take it back";
   start();
   EXPECT_EQ(contentOf(database().string() + ".lock"), std::to_string(getpid()) + "\n");
+}
+
+TEST_F(Process, ARemovedLockFileLetsNoSecondWriterIn) {
+  OtherProcess owner("hold", home());
+  ASSERT_EQ(owner.readLine(), "open");
+  std::filesystem::remove(database().string() + ".lock");
+  EXPECT_THROW(start(), DatabaseBusy);
+  owner.goOn();
+  EXPECT_EQ(owner.wait(), 0);
+  start();
+}
+
+TEST_F(Process, TheLockStaysWhenTheFileIsOpenedAnew) {
+  startWithTables();
+  FaultVfs::failFlush(1);
+  ASSERT_GT(add(1), 0);
+  ASSERT_EQ(add(2), 0);
+  EXPECT_TRUE(othersSeeSqlitesLock());
+  std::filesystem::remove(database().string() + ".lock");
+  OtherProcess second("hold", home());
+  const std::string answer = second.readLine();
+  EXPECT_EQ(answer.rfind("busy: " + database().string(), 0), 0U) << answer;
+}
+
+TEST_F(Process, TheLocksOfSqliteStandBesideTheWriters) {
+  start();
+  EXPECT_TRUE(othersSeeSqlitesLock());
+  stop();
+  EXPECT_FALSE(othersSeeSqlitesLock());
+}
+
+TEST_F(Process, ALinkToTheDatabaseIsTheSameDatabase) {
+  OtherProcess owner("hold", home());
+  ASSERT_EQ(owner.readLine(), "open");
+  const TempDir other;
+  std::filesystem::create_symlink(database(), other.path() / "events.db");
+  try {
+    const Host host(optionsFor(other.path()));
+    FAIL() << "a second writer";
+  } catch (const DatabaseBusy& problem) {
+    const std::string message = problem.what();
+    EXPECT_EQ(message.rfind(database().string() + ": is open for writing in process " +
+                                std::to_string(owner.pid()) + ";",
+                            0),
+              0U)
+        << message;
+  }
+  owner.goOn();
+  EXPECT_EQ(owner.wait(), 0);
+  const Host host(optionsFor(other.path()));
+  EXPECT_EQ(host.configuration().databaseFile, database());
+  EXPECT_FALSE(std::filesystem::exists(other.path() / "events.db-wal"));
+}
+
+// The child has no copy of the thread that its parent's host runs.
+TEST_F(Process, AChildThatEndsLeavesTheParentsHostAlone) {
+  OtherProcess parent("fork", home());
+  EXPECT_EQ(parent.readLine(), "child: 0");
+  EXPECT_EQ(contentOf(database().string() + ".lock"), std::to_string(parent.pid()) + "\n");
+  EXPECT_THROW(start(), DatabaseBusy);
+  parent.goOn();
+  EXPECT_EQ(parent.readLine(), "1 rows up to 1");
+  EXPECT_EQ(parent.wait(), 0);
 }
 
 TEST_F(Process, MayReadBesideAWriterAndSeesWhatItWrites) {

@@ -126,6 +126,19 @@ TEST_F(Record, CannotCarrySql) {
   EXPECT_GT(add("events", "id\"=1,eventid=2"), 0);
 }
 
+TEST_F(Record, ThatATriggerKeepsOutIsAFailure) {
+  stop();
+  sqlite(database(),
+         "CREATE TRIGGER quiet BEFORE INSERT ON events BEGIN SELECT RAISE(IGNORE); END");
+  start();
+  EXPECT_GT(add("events", eventRecord(1)), 0);
+  EXPECT_NE(log().find("table events: the record was not added: a trigger in the database kept "
+                       "the row out"),
+            std::string::npos)
+      << log();
+  EXPECT_EQ(add("dsevents", "1,1,5,1700000000,\"x\",1"), 0) << log();
+}
+
 TEST_F(Record, KeyIsStrictDecimalText) {
   ASSERT_EQ(add("events", eventRecord(1)), 0);
   OrbDB::CTable table = open("events");
