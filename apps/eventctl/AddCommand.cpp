@@ -74,7 +74,13 @@ int runAdd(const GlobalOptions& options, const EventKind& kind, const FieldTexts
   const int result = session.manager().newEvent(event.get(), options.dsid);
   if (result != 0) refused(session, result, queueName(options.dsid));
   session.makeDurable();
-  printAdded(options, *event);
+  try {
+    printAdded(options, *event);
+  } catch (const OutputError& error) {
+    throw CommandError("event " + std::to_string(event->getId()) + " was stored in " +
+                       queueName(options.dsid) +
+                       ", but its id could not be printed: " + error.what());
+  }
   return kDone;
 }
 

@@ -63,7 +63,7 @@ void ChangeWatch::watchDirectories() {
 }
 
 bool ChangeWatch::takeChanges() {
-  alignas(inotify_event) std::array<char, 16 * 1024> buffer;
+  alignas(inotify_event) std::array<char, 16384> buffer;
   bool concerned = false;
   ssize_t bytes = 0;
   while ((bytes = ::read(m_descriptor, buffer.data(), buffer.size())) > 0) {

@@ -69,9 +69,19 @@ class Check {
 
   void inspect(QueueSession& session) {
     require(session.manager().checkConsistency(false));
+    if (!session.host().configuration().clusterMode) readEverything();
     const auto lines = m_log.take();
     for (const LogLine& line : lines) m_remaining += countOfSummary(line);
     note(lines);
+  }
+
+  // The manager reads no more of the tables than it needs; damage shows where something is read.
+  static void readEverything() {
+    const QueueReader reader;
+    reader.forEach(0, [](const EventView&) { return true; });
+    reader.forEachOfDataSelections([](const EventView&) { return true; });
+    for (const DataSelection& selection : reader.dataSelections()) reader.highestId(selection.id);
+    reader.highestId(0);
   }
 
   void require(int result) {
@@ -105,8 +115,10 @@ class Check {
     for (const LogLine& line : m_findings) {
       findings.push_back({{"level", line.level}, {"code", line.code}, {"message", line.message}});
     }
-    standardOutput().line(
-        jsonLine({{"fix", m_fix}, {"findings", findings}, {"remaining", m_remaining}}));
+    nlohmann::ordered_json object = {
+        {"fix", m_fix}, {"findings", findings}, {"remaining", m_remaining}};
+    if (const std::string damage = damageMet(); !damage.empty()) object["damage"] = damage;
+    standardOutput().line(jsonLine(object));
   }
 
   void printText() const {
@@ -125,6 +137,7 @@ class Check {
   }
 
   std::string verdict() const {
+    if (!damageMet().empty()) return "The database is damaged, and cannot be repaired here.";
     if (m_remaining > 0) {
       return std::to_string(m_remaining) + " found and not repaired" +
              (m_fix ? "." : "; eventctl check --fix repairs what can be repaired.");
@@ -148,7 +161,7 @@ void defineCheck(CLI::App& app, CommandLine& line) {
       "Opening the queues for writing, which every check does, already files events\n"
       "under the right id again. --fix also removes rows whose event string cannot be\n"
       "read, and prints them. What is found is printed instead of logged. Status 1 when\n"
-      "a problem remains.");
+      "a problem remains. A database that is itself damaged cannot be repaired here.");
   const auto fix = std::make_shared<bool>(false);
   command->add_flag("--fix", *fix, "repair what can be repaired");
   command->callback(

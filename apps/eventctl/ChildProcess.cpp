@@ -71,6 +71,7 @@ class SpawnSettings {
 
 std::vector<char*> pointersOf(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
   for (std::string& text : texts) pointers.push_back(text.data());
   pointers.push_back(nullptr);
   return pointers;

@@ -1,5 +1,7 @@
 #include "apps/eventctl/CommandLine.h"
 
+#include <cmath>
+#include <cstdlib>
 #include <map>
 #include <string>
 
@@ -24,7 +26,11 @@ void defineWait(CLI::App& app, GlobalOptions& options) {
          },
          "wait so long while another process holds the\ndatabase (default: 2)")
       ->type_name("SECONDS")
-      ->check(CLI::Range(0.0, 86400.0).description(""));
+      ->check(CLI::Range(0.0, 86400.0).description(""))
+      ->check([](const std::string& text) {  // no number, but in no range a number is out of
+        return std::isnan(std::strtod(text.c_str(), nullptr)) ? "'" + text + "' is not a number"
+                                                              : std::string();
+      });
 }
 
 void defineLogLevel(CLI::App& app, GlobalOptions& options) {
@@ -45,7 +51,11 @@ void defineLogLevel(CLI::App& app, GlobalOptions& options) {
 }  // namespace
 
 void defineGlobalOptions(CLI::App& app, GlobalOptions& options) {
-  app.add_option("--home", options.home, "directory of configuration and data")->type_name("DIR");
+  app.add_option("--home", options.home, "directory of configuration and data")
+      ->type_name("DIR")
+      ->check([](const std::string& directory) {
+        return directory.empty() ? "the name of the directory is empty" : "";
+      });
   addNumber(app, "--dsid", options.dsid, "data selection; 0 is the global queue (default)");
   defineWait(app, options);
   app.add_flag("--json", options.json, "print one JSON object a line, for programs");
@@ -54,9 +64,9 @@ void defineGlobalOptions(CLI::App& app, GlobalOptions& options) {
 }
 
 CLI::App* defineCommand(CLI::App& parent, const char* name, const char* description,
-                        const char* example) {
+                        const std::string& example) {
   CLI::App* const command = parent.add_subcommand(name, description);
-  command->footer(std::string("Example:\n  eventctl ") + example +
+  command->footer("Example:\n  eventctl " + example +
                   "\n\nThe options of eventctl --help work here, too: --home, --dsid, --json ...");
   return command;
 }

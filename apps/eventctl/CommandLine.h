@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <string>
 
 #include "host/config/HostConfiguration.h"
 
@@ -34,7 +35,7 @@ void defineGlobalOptions(CLI::App& app, GlobalOptions& options);
 
 // A subcommand whose help ends in an example, given without "eventctl".
 CLI::App* defineCommand(CLI::App& parent, const char* name, const char* description,
-                        const char* example);
+                        const std::string& example);
 
 }  // namespace EventCtl
 

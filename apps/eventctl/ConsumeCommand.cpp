@@ -76,7 +76,7 @@ int consumeOnce(const GlobalOptions& global, const ConsumeOptions& options) {
   Consumer consumer(global, options);
   QueueSession session(global);
   consumer.drain(session, [] { return false; });
-  if (!global.json && consumer.count() == 0) {
+  if (!global.json && consumer.count() == 0 && damageMet().empty()) {
     standardOutput().line("No events in " + queueName(global.dsid) + ".");
   }
   return kDone;
@@ -112,7 +112,7 @@ class Follower {
     requireDataSelection(m_global.dsid);
     m_consumer.drain(session, [this] { return m_stop.arrived(); });
     m_leftOver = QueueReader().highestRowId(m_global.dsid);
-    return !m_consumer.reachedLimit() && !m_stop.arrived();
+    return !m_consumer.reachedLimit() && !m_stop.arrived() && damageMet().empty();
   }
 
   void learnPaths(const EventSystemHost::Host& host) {
@@ -128,7 +128,7 @@ class Follower {
 
   // The first round fails where the database is held for long, as every command does; a later
   // one waits for as long as it takes. Null when a stop is asked for meanwhile.
-  std::unique_ptr<EventSystemHost::Host> openForRound() {
+  OpenHost openForRound() {
     const auto options = hostOptions(m_global, Access::kReadWrite);
     if (!m_watch) return openHost(options, m_global.wait);
     try {
@@ -142,14 +142,14 @@ class Follower {
   bool waitForMore() {
     constexpr std::chrono::seconds kBound(2);
     m_watch->forget();
-    while (!hasMore()) {
+    while (damageMet().empty() && !hasMore()) {
       const auto woken = m_watch->wait(m_stop.descriptor(), standardOutput().descriptor(), kBound);
       if (woken == ChangeWatch::Woken::kStopped) return false;
       if (woken == ChangeWatch::Woken::kOutputClosed) {
         throw OutputError("the reader of standard output has gone", false);
       }
     }
-    return true;
+    return damageMet().empty();
   }
 
   bool hasMore() const {
@@ -179,7 +179,8 @@ void defineConsume(CLI::App& app, CommandLine& line) {
       app, "consume", "print events and delete each one after that",
       "consume --dsid 4 --json --follow | my-handler\n\n"
       "An event that could not be printed is not deleted. Rows that cannot be read are\n"
-      "removed from the queue and logged.");
+      "removed from the queue and logged.\n\n" +
+          std::string(kHexHelp));
   const auto options = std::make_shared<ConsumeOptions>();
   addNumber(*command, "--limit", options->limit, "at most so many events", 1UL);
   command->add_flag("--keep", options->keep, "print without deleting");

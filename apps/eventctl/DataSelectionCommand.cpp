@@ -51,7 +51,7 @@ std::string quoted(const std::string& text) {
   return field.data();
 }
 
-std::unique_ptr<Host> openWriter(const GlobalOptions& global) {
+OpenHost openWriter(const GlobalOptions& global) {
   return openHost(hostOptions(global, Access::kReadWrite), global.wait);
 }
 
@@ -106,15 +106,17 @@ int runRemove(const GlobalOptions& global, unsigned int dsid) {
   if (table.readRecord(id.c_str()) != 0) {
     throw CommandError("data selection " + id + " does not exist");
   }
+  // The next id of all data selections is found from the events of those that exist.
+  if (const unsigned long count = eventsOf(dsid); count > 0) {
+    throw CommandError("data selection " + id + " still holds " + displayCount(count) +
+                       (count == 1 ? " event; consume or delete it first"
+                                   : " events; consume or delete them first"));
+  }
   if (table.deleteRecord(id.c_str()) != 0) {
     throw CommandError("data selection " + id + " could not be removed");
   }
   makeDurable(*host);
   printSelection(global, "removed", dsid);
-  if (const unsigned long count = eventsOf(dsid); count > 0) {
-    complain("warning: " + displayCount(count) + " events of data selection " + id +
-             " stay in the table but are in no queue any more; add it again to reach them");
-  }
   return kDone;
 }
 
@@ -181,8 +183,7 @@ void defineDataSelection(CLI::App& app, CommandLine& line) {
 
   CLI::App* const remove = defineCommand(*parent, "remove", "remove a data selection",
                                          "dataselection remove 4\n\n"
-                                         "Its events stay in the table, out of every queue, until "
-                                         "it is added again.");
+                                         "It is refused while the data selection holds events.");
   const auto id = std::make_shared<unsigned int>(0);
   addId(*remove, *id);
   remove->callback([&line, id] { line.run = [&line, id] { return runRemove(line.global, *id); }; });

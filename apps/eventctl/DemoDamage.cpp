@@ -59,9 +59,12 @@ void writeAuditDatabase(const std::filesystem::path& file,
       "etype INTEGER)",
       {});
   const std::string now = std::to_string(std::time(nullptr));
+  const std::string beginning = "version:1;action:3;time:" + now + ";loadSize:0;AUditMSg:";
   for (const std::string& message : messages) {
+    std::string content = beginning;
+    content.append(message);
     database.run("INSERT INTO event (date_created, content, etype) VALUES (?, ?, 8)",
-                 {now, "version:1;action:3;time:" + now + ";loadSize:0;AUditMSg:" + message});
+                 {now, content});
   }
 }
 

@@ -102,6 +102,27 @@ std::string displayText(std::string_view text) {
   return shown;
 }
 
+bool isUtf8(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t bytes = firstCharacter(text).bytes;
+    if (bytes == 0) return false;
+    text.remove_prefix(bytes);
+  }
+  return true;
+}
+
+std::string hexOfBytes(std::string_view bytes) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::string digits;
+  digits.reserve(2 * bytes.size());
+  for (const char byte : bytes) {
+    const auto value = static_cast<unsigned char>(byte);
+    digits += kDigits[value >> 4];
+    digits += kDigits[value & 0xFu];
+  }
+  return digits;
+}
+
 std::size_t displayWidth(std::string_view text) {
   std::size_t width = 0;
   while (!text.empty()) {

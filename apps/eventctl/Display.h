@@ -17,6 +17,10 @@ namespace EventCtl {
 // by escapes such as \n, \x1b and \u{202e}.
 std::string displayText(std::string_view text);
 
+// Whether all bytes are UTF-8, and the bytes as lower-case hex digits.
+bool isUtf8(std::string_view text);
+std::string hexOfBytes(std::string_view bytes);
+
 // Columns that an output of displayText() takes.
 std::size_t displayWidth(std::string_view text);
 

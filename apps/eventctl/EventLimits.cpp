@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdio>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -14,6 +15,7 @@
 namespace EventCtl {
 namespace {
 
+constexpr auto kLatestDate = static_cast<unsigned long>(std::numeric_limits<long>::max());
 constexpr std::size_t kEventStringBytes = 2047;
 constexpr std::size_t kRecordBytes = 2047;
 constexpr std::size_t kDataSelectionRecordBytes = 1023;
@@ -93,11 +95,15 @@ std::string whyNoSection(const std::string& line, const EventKind& kind) {
 }  // namespace
 
 std::string whyNotStorable(EventSystem::Event& event, unsigned int dsid, unsigned long id) {
+  if (event.getDate() > kLatestDate) {
+    return "its date " + std::to_string(event.getDate()) + " is above " +
+           std::to_string(kLatestDate) + ", the highest that can be stored";
+  }
   const std::string text = eventStringOf(event);
   if (text.find_first_of("\r\n") != std::string::npos) {
     return "its text contains a line break, and an event is one line";
   }
-  const std::string problem = whyTooLong(event, text, dsid, id);
+  std::string problem = whyTooLong(event, text, dsid, id);
   if (!problem.empty()) return problem;
   const auto copy = parseEvent(text);
   if (!copy) return "its event string could not be read back: " + displayText(text);
@@ -120,7 +126,7 @@ std::string whyNotAnEventString(const std::string& line) {
   if (values != 3) return "its envelope does not read EVENT{version:1;type:N;id:N;date:N";
   const EventKind* const kind = kindOf(type);
   if (kind == nullptr) return "its type " + std::to_string(type) + " is not one of 1 to 9";
-  const std::string problem = whyTextTooLong(line, *kind);
+  std::string problem = whyTextTooLong(line, *kind);
   if (!problem.empty()) return problem;
   return parseEvent(line) ? "" : whyNoSection(line, *kind);
 }

@@ -14,7 +14,7 @@ namespace {
 using Fields = std::vector<std::pair<std::string, std::string>>;
 
 // More than the longest section (an audit message of 10 KiB) and its envelope.
-constexpr std::size_t kLongestEventString = 16 * 1024;
+constexpr std::size_t kLongestEventString = 16384;
 
 bool takePrefix(std::string_view& text, std::string_view prefix) {
   if (!text.starts_with(prefix)) return false;
@@ -74,9 +74,11 @@ std::string details(const EventView& event) {
   std::string numbers;
   for (const auto& [key, value] : event.fields) {
     if (isText(kind, key)) {
-      texts = texts.empty() ? displayText(value) : displayText(value) + " " + key + "=" + texts;
+      std::string first = displayText(value);
+      if (!texts.empty()) first.append(" ").append(key).append("=").append(texts);
+      texts = std::move(first);
     } else if (fieldOf(kind, key) != nullptr) {
-      numbers += " " + key + "=" + value;
+      numbers.append(" ").append(key).append("=").append(value);
     }
   }
   return texts + numbers;
@@ -148,6 +150,7 @@ nlohmann::ordered_json jsonOf(const EventView& event) {
   auto& fields = object["fields"] = nlohmann::ordered_json::object();
   for (const auto& [key, text] : event.fields) fields[key] = jsonValue(kind, key, text);
   object["eventString"] = event.eventString;
+  if (!isUtf8(event.eventString)) object["eventStringHex"] = hexOfBytes(event.eventString);
   if (!event.problem.empty()) object["problem"] = event.problem;
   return object;
 }

@@ -40,7 +40,13 @@ EventView viewOf(EventSystem::Event& event, unsigned int dsid);
 std::vector<std::pair<std::string, std::string>> sectionFields(int type,
                                                                const std::string& eventString);
 
-// One JSON object. Bytes that are no UTF-8 become U+FFFD.
+// For the help of the commands that print events.
+constexpr const char* kHexHelp =
+    "In JSON, bytes that are no UTF-8 are U+FFFD; such an event has one more member,\n"
+    "eventStringHex: the exact bytes of its event string in hex.";
+
+// One JSON object. Bytes that are no UTF-8 become U+FFFD; the event string is then there in hex,
+// too.
 nlohmann::ordered_json jsonOf(const EventView& event);
 std::string jsonLine(const nlohmann::ordered_json& object);
 

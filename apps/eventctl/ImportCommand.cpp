@@ -17,6 +17,7 @@
 #include "apps/eventctl/Output.h"
 #include "apps/eventctl/ProgressBar.h"
 #include "apps/eventctl/Session.h"
+#include "apps/eventctl/StoredForm.h"
 
 namespace EventCtl {
 namespace {
@@ -59,7 +60,11 @@ class Importer {
     }
     if (problem.empty()) problem = whyNotAnEventString(line);
     if (!problem.empty()) return refuse(problem);
-    store(*parseEvent(line), dsid);
+    const auto event = parseEvent(withoutId(line));
+    problem = whyNotStorable(*event, dsid, expectedId(dsid));
+    if (problem.empty()) problem = whyStoredChanged(line);
+    if (!problem.empty()) return refuse(problem);
+    store(*event, dsid);
   }
 
   // Takes "dsid=N " off the line. Returns what is wrong with it.
@@ -84,8 +89,6 @@ class Importer {
   }
 
   void store(EventSystem::Event& event, unsigned int dsid) {
-    const std::string problem = whyNotStorable(event, dsid, expectedId(dsid));
-    if (!problem.empty()) return refuse(problem);
     const int result = m_session.manager().newEvent(&event, dsid);
     if (result == 0) {
       ++m_imported;
@@ -162,8 +165,9 @@ void defineImport(CLI::App& app, CommandLine& line) {
       "import day.events\n\n"
       "One event string a line. A line that begins with \"dsid=N \" goes to the queue of\n"
       "that data selection; blank lines and lines that begin with # are passed over. A\n"
-      "line that is no event is reported, the others are imported. While it reads\n"
-      "standard input, no other process can write to the queues.");
+      "line that is no event, or that would be stored changed, is reported, the others\n"
+      "are imported. While it reads standard input, no other process can write to the\n"
+      "queues.");
   const auto file = std::make_shared<std::string>();
   command->add_option("FILE", *file, "the file, or - for standard input")
       ->type_name("")

@@ -12,7 +12,7 @@
 namespace EventCtl {
 namespace {
 
-constexpr std::size_t kPieceBytes = 64 * 1024;
+constexpr std::size_t kPieceBytes = 65536;
 
 }  // namespace
 

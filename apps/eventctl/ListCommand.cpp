@@ -42,7 +42,8 @@ class Listing {
   }
 
   void finish(unsigned int dsid) {
-    if (!m_json && m_count == 0) m_output.line("No events in " + queueName(dsid) + ".");
+    if (!m_json && m_count == 0 && damageMet().empty())
+      m_output.line("No events in " + queueName(dsid) + ".");
     if (!m_json && m_more) {
       m_output.line("More follow: --after " + std::to_string(m_last) + " continues the list.");
     }
@@ -80,7 +81,8 @@ int runList(const GlobalOptions& global, const ListOptions& options) {
 
 void defineList(CLI::App& app, CommandLine& line) {
   CLI::App* const command =
-      defineCommand(app, "list", "list the events of a queue", "list --type audit --limit 20");
+      defineCommand(app, "list", "list the events of a queue",
+                    std::string("list --type audit --limit 20\n\n") + kHexHelp);
   const auto options = std::make_shared<ListOptions>();
   addNumber(*command, "--after", options->after, "only events with a higher id than this");
   addNumber(*command, "--limit", options->limit, "at most so many events", 1UL);

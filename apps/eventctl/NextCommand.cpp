@@ -22,7 +22,7 @@ int runNext(const GlobalOptions& global, unsigned long after) {
     output.line(jsonLine(jsonOf(viewOf(*event, global.dsid))));
   } else if (event) {
     printBlock(output, viewOf(*event, global.dsid));
-  } else if (!global.json) {
+  } else if (!global.json && damageMet().empty()) {
     output.line("No event after " + std::to_string(after) + " in " + queueName(global.dsid) + ".");
   }
   output.flush();
@@ -34,7 +34,8 @@ int runNext(const GlobalOptions& global, unsigned long after) {
 void defineNext(CLI::App& app, CommandLine& line) {
   CLI::App* const command =
       defineCommand(app, "next", "print the next event of a queue without deleting it",
-                    "next --after 12\n\nWaiting audit records are taken into the queue first.");
+                    "next --after 12\n\nWaiting audit records are taken into the queue first.\n\n" +
+                        std::string(kHexHelp));
   const auto after = std::make_shared<unsigned long>(0);
   addNumber(*command, "--after", *after, "the first event with a higher id than this");
   command->callback(

@@ -18,7 +18,7 @@
 namespace EventCtl {
 namespace {
 
-constexpr std::size_t kBufferBytes = 64 * 1024;
+constexpr std::size_t kBufferBytes = 65536;
 constexpr std::size_t kUsualColumns = 80;
 constexpr std::size_t kLeastColumns = 40;
 

@@ -131,7 +131,7 @@ std::vector<DataSelection> QueueReader::dataSelections() const {
   return found;
 }
 
-std::unique_ptr<EventSystemHost::Host> openReader(const GlobalOptions& options) {
+OpenHost openReader(const GlobalOptions& options) {
   auto host = openHost(hostOptions(options, EventSystemHost::Access::kReadOnly), options.wait);
   if (host->configuration().clusterMode) {
     throw CommandError("this home is in cluster mode (" + host->configuration().hostFile.string() +

@@ -15,7 +15,7 @@
 #include "EventSystem/platform/OrbDB.h"
 #include "apps/eventctl/CommandLine.h"
 #include "apps/eventctl/EventView.h"
-#include "host/Host.h"
+#include "apps/eventctl/Session.h"
 
 namespace EventCtl {
 
@@ -50,7 +50,7 @@ class QueueReader {
 
 // A running host that reads only, with the queues' tables in it. Throws CommandError where the
 // queues are not in the database.
-std::unique_ptr<EventSystemHost::Host> openReader(const GlobalOptions& options);
+OpenHost openReader(const GlobalOptions& options);
 
 }  // namespace EventCtl
 

@@ -14,6 +14,36 @@ using EventSystemHost::Access;
 using EventSystemHost::Host;
 using EventSystemHost::HostOptions;
 
+namespace {
+
+// One host lives at a time.
+struct DamageRecord {
+  Host* open = nullptr;
+  std::string met;
+
+  void update() {
+    if (open != nullptr && met.empty()) met = open->damage();
+  }
+};
+
+DamageRecord& damageRecord() {
+  static DamageRecord record;
+  return record;
+}
+
+}  // namespace
+
+void HostCloser::operator()(Host* host) const {
+  damageRecord().update();
+  damageRecord().open = nullptr;
+  delete host;
+}
+
+std::string damageMet() {
+  damageRecord().update();
+  return damageRecord().met;
+}
+
 HostOptions hostOptions(const GlobalOptions& options, Access access) {
   HostOptions host;
   host.home = options.home;
@@ -26,13 +56,15 @@ HostOptions hostOptions(const GlobalOptions& options, Access access) {
   return host;
 }
 
-std::unique_ptr<Host> openHost(const HostOptions& options, std::chrono::milliseconds wait,
-                               const StopAsked& stop) {
+OpenHost openHost(const HostOptions& options, std::chrono::milliseconds wait,
+                  const StopAsked& stop) {
   constexpr std::chrono::milliseconds kPause(20);
   const auto end = std::chrono::steady_clock::now() + wait;
   while (true) {
     try {
-      return std::make_unique<Host>(options);
+      OpenHost host(std::make_unique<Host>(options).release());
+      damageRecord().open = host.get();
+      return host;
     } catch (const EventSystemHost::DatabaseBusy&) {
       if (std::chrono::steady_clock::now() >= end || (stop && stop())) throw;
     }
@@ -54,7 +86,7 @@ std::string queueName(unsigned int dsid) {
   return "the queue of data selection " + std::to_string(dsid);
 }
 
-QueueSession::QueueSession(std::unique_ptr<Host> host) : m_host(std::move(host)) {}
+QueueSession::QueueSession(OpenHost host) : m_host(std::move(host)) {}
 
 QueueSession::QueueSession(const GlobalOptions& options)
     : QueueSession(openHost(hostOptions(options, Access::kReadWrite), options.wait)) {

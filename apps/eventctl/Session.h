@@ -21,12 +21,21 @@ namespace EventCtl {
 EventSystemHost::HostOptions hostOptions(const GlobalOptions& options,
                                          EventSystemHost::Access access);
 
+// Keeps in mind what damage a host met, before it closes the host.
+struct HostCloser {
+  void operator()(EventSystemHost::Host* host) const;
+};
+using OpenHost = std::unique_ptr<EventSystemHost::Host, HostCloser>;
+
 // A running host. While another process holds the database it tries again until `wait` is over,
 // or `stop` says so, then passes on DatabaseBusy.
 using StopAsked = std::function<bool()>;
-std::unique_ptr<EventSystemHost::Host> openHost(const EventSystemHost::HostOptions& options,
-                                                std::chrono::milliseconds wait,
-                                                const StopAsked& stop = {});
+OpenHost openHost(const EventSystemHost::HostOptions& options, std::chrono::milliseconds wait,
+                  const StopAsked& stop = {});
+
+// What the hosts of this process, the open one included, have found damaged in the database; empty
+// when nothing. A command that met damage fails, and never says that a queue is empty.
+std::string damageMet();
 
 // Throws CommandError unless `dsid` names the global queue or a data selection that exists. Needs
 // a running host.
@@ -43,7 +52,7 @@ std::string queueName(unsigned int dsid);
 // The only writer of the queues, until it is destroyed.
 class QueueSession {
  public:
-  explicit QueueSession(std::unique_ptr<EventSystemHost::Host> host);
+  explicit QueueSession(OpenHost host);
   // With the dsid of the options checked.
   explicit QueueSession(const GlobalOptions& options);
 
@@ -67,7 +76,7 @@ class QueueSession {
   std::string limitsFile() const;
 
  private:
-  std::unique_ptr<EventSystemHost::Host> m_host;
+  OpenHost m_host;
   EventSystem::EventManager m_manager;
 };
 

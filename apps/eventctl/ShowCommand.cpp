@@ -35,8 +35,8 @@ int runShow(const GlobalOptions& global, unsigned long id) {
 }  // namespace
 
 void defineShow(CLI::App& app, CommandLine& line) {
-  CLI::App* const command =
-      defineCommand(app, "show", "show one event completely", "show 12 --json");
+  CLI::App* const command = defineCommand(app, "show", "show one event completely",
+                                          std::string("show 12 --json\n\n") + kHexHelp);
   const auto id = std::make_shared<unsigned long>(0);
   addNumber(*command, "ID", *id, "the event's id", 1UL)->required();
   command->callback([&line, id] { line.run = [&line, id] { return runShow(line.global, *id); }; });

@@ -13,6 +13,7 @@
 #include "apps/eventctl/CommandLine.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/Output.h"
+#include "apps/eventctl/Session.h"
 
 namespace {
 
@@ -91,7 +92,7 @@ int printHelp(const CLI::App& app, const CLI::Success& wanted) {
   return kDone;
 }
 
-int runGuarded(const std::function<int()>& run) {
+int runCaught(const std::function<int()>& run) {
   try {
     const int status = run();
     standardOutput().flush();
@@ -102,6 +103,15 @@ int runGuarded(const std::function<int()>& run) {
   } catch (const std::exception& error) {
     complain(error.what());
   }
+  return kFailed;
+}
+
+// Whatever a command did, it cannot be trusted where the database is damaged.
+int runGuarded(const std::function<int()>& run) {
+  const int status = runCaught(run);
+  const std::string damage = damageMet();
+  if (damage.empty()) return status;
+  complain(damage);
   return kFailed;
 }
 
@@ -121,6 +131,8 @@ int parseAndRun(int argc, char** argv) {
 
 }  // namespace
 
+// Running out of memory here ends the program before anything is open.
+// NOLINTNEXTLINE(bugprone-exception-escape)
 int main(int argc, char** argv) {
   occupyStandardDescriptors();
   std::setlocale(LC_CTYPE, "C.UTF-8");

@@ -216,5 +216,21 @@ TEST_F(Add, SaysThatTheQueueIsFull) {
   EXPECT_THAT(ids(), ElementsAre(1, 2));
 }
 
+TEST_F(Add, SaysThatTheEventIsStoredWhereItsIdCannotBePrinted) {
+  addDataSelection(4);
+  const auto attempt = [&](Surroundings::Out out) {
+    return run({"add", "legacy", "--payload", "x", "--dsid", "4"},
+               {.out = out, .outFile = "/dev/full"});
+  };
+  const Outcome full = attempt(Surroundings::Out::kFile);
+  EXPECT_EQ(full.status, 1);
+  EXPECT_THAT(full.err, HasSubstr("event 1 was stored in the queue of data selection 4, but "));
+  EXPECT_THAT(full.err, HasSubstr("No space left on device"));
+  const Outcome broken = attempt(Surroundings::Out::kBrokenPipe);
+  EXPECT_EQ(broken.status, 1);
+  EXPECT_THAT(broken.err, HasSubstr("event 2 was stored"));
+  EXPECT_THAT(ids(4), ElementsAre(1, 2));
+}
+
 }  // namespace
 }  // namespace EventSystemTest

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <string>
 
 #include "tests/e2e/EventctlHome.h"
@@ -86,6 +88,63 @@ TEST_F(Check, ConsumePassesOverAnUnreadableRow) {
   EXPECT_THAT(text, Not(HasSubstr("node1")));
   EXPECT_THAT(text, HasSubstr("node2"));
   EXPECT_THAT(ids(), IsEmpty());
+}
+
+// A database in which the first page of a table was written over.
+class DamagedDatabase : public EventctlHome {
+ protected:
+  static constexpr std::streamoff kPage = 4096;
+
+  void SetUp() override {
+    addDataSelection(4);
+    add("node4", 4);
+    std::string lines;
+    for (int i = 0; i < 300; ++i) lines += serverStatus("node" + std::to_string(i)) + "\n";
+    output({"import", "-"}, {.input = lines});
+  }
+
+  void damageRoot(const std::string& table) const {
+    execute(database(), "PRAGMA wal_checkpoint(TRUNCATE)");
+    const long page =
+        number(database(), "SELECT rootpage FROM sqlite_master WHERE name = '" + table + "'");
+    ASSERT_GT(page, 1);
+    std::fstream file(database(), std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp((page - 1) * kPage).write(std::string(kPage, '\xff').data(), kPage);
+    ASSERT_TRUE(file.good());
+  }
+
+  void expectFailure(const Arguments& arguments) const {
+    const Outcome outcome = run(arguments);
+    const std::string all = outcome.out + outcome.err;
+    EXPECT_EQ(outcome.status, 1) << arguments[0] << ": " << all;
+    EXPECT_THAT(outcome.err, HasSubstr("is damaged")) << arguments[0];
+    for (const char* const claim : {"No event", "No problems", "Repaired"}) {
+      EXPECT_THAT(outcome.out, Not(HasSubstr(claim))) << arguments[0];
+    }
+  }
+};
+
+TEST_F(DamagedDatabase, FailsEveryCommandThatMeetsTheDamage) {
+  damageRoot("events");
+  for (const Arguments& arguments :
+       {Arguments{"list"}, Arguments{"list", "--json"}, Arguments{"show", "7"}, Arguments{"stats"},
+        Arguments{"check"}, Arguments{"check", "--fix"}, Arguments{"check", "--json"},
+        Arguments{"next"}, Arguments{"consume"}, Arguments{"consume", "--json"},
+        Arguments{"consume", "--follow"}, Arguments{"delete", "7"},
+        Arguments{"add", "legacy", "--payload", "x"}}) {
+    expectFailure(arguments);
+  }
+}
+
+TEST_F(DamagedDatabase, IsFoundByACheckWhereverItIs) {
+  for (const char* const table : {"dsevents", "eventproperties", "dataselection"}) {
+    const std::filesystem::path copy = home() / "copy.db";
+    std::filesystem::copy_file(database(), copy, std::filesystem::copy_options::overwrite_existing);
+    damageRoot(table);
+    expectFailure({"check"});
+    expectFailure({"check", "--fix"});
+    std::filesystem::copy_file(copy, database(), std::filesystem::copy_options::overwrite_existing);
+  }
 }
 
 }  // namespace

@@ -50,12 +50,25 @@ TEST_F(DataSelection, IsNeverTheGlobalQueue) {
   EXPECT_EQ(run({"dataselection", "add", "x"}).status, 2);
 }
 
-TEST_F(DataSelection, LeavesItsEventsBehindAndFindsThemAgain) {
+TEST_F(DataSelection, IsNotRemovedWhileItHoldsEvents) {
   addDataSelection(4);
   add("node1", 4);
-  const Outcome removed = run({"dataselection", "remove", "4"});
-  EXPECT_EQ(removed.status, 0);
-  EXPECT_THAT(removed.err, HasSubstr("warning: 1 events of data selection 4 stay in the table"));
+  EXPECT_EQ(run({"dataselection", "remove", "4"}).err,
+            "eventctl: data selection 4 still holds 1 event; consume or delete it first\n");
+  add("node2", 4);
+  const Outcome refused = run({"dataselection", "remove", "4"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_EQ(refused.err,
+            "eventctl: data selection 4 still holds 2 events; consume or delete them first\n");
+  EXPECT_THAT(ids(4), ElementsAre(1, 2));
+  output({"consume", "--dsid", "4"});
+  EXPECT_EQ(output({"dataselection", "remove", "4"}), "Data selection 4 removed.\n");
+}
+
+TEST_F(DataSelection, FindsEventsAgainWhoseSelectionWasMissing) {
+  addDataSelection(4);
+  add("node1", 4);
+  execute(database(), "DELETE FROM dataselection WHERE id = 4");
   EXPECT_EQ(run({"list", "--dsid", "4"}).status, 1);
   EXPECT_THAT(output({"stats"}), HasSubstr("Data selection 4 does not exist"));
   EXPECT_EQ(json::parse(output({"stats", "--json"}))["queues"][1]["known"], false);

@@ -78,6 +78,19 @@ void EventctlHome::execute(const std::filesystem::path& file, const std::string&
   }
 }
 
+long EventctlHome::number(const std::filesystem::path& file, const std::string& sql) {
+  sqlite3* opened = nullptr;
+  sqlite3_stmt* prepared = nullptr;
+  sqlite3_open(file.c_str(), &opened);
+  const std::unique_ptr<sqlite3, int (*)(sqlite3*)> database(opened, sqlite3_close);
+  sqlite3_prepare_v2(opened, sql.c_str(), -1, &prepared, nullptr);
+  const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> query(prepared, sqlite3_finalize);
+  if (sqlite3_step(prepared) != SQLITE_ROW) {
+    throw std::runtime_error(sql + ": " + sqlite3_errmsg(opened));
+  }
+  return static_cast<long>(sqlite3_column_int64(prepared, 0));
+}
+
 void EventctlHome::leaveAuditRecords(const std::vector<std::string>& messages) const {
   std::filesystem::create_directories(auditDatabase().parent_path());
   std::string sql =

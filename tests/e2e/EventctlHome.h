@@ -54,6 +54,9 @@ class EventctlHome : public ::testing::Test {
   // Runs SQL on a database file that no host has open.
   static void execute(const std::filesystem::path& file, const std::string& sql);
 
+  // The number that a query finds in such a file.
+  static long number(const std::filesystem::path& file, const std::string& sql);
+
   // Makes the audit database with these messages.
   void leaveAuditRecords(const std::vector<std::string>& messages) const;
 

@@ -5,6 +5,8 @@
 
 #include <fstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "tests/e2e/EventctlHome.h"
 
@@ -173,6 +175,63 @@ TEST_F(Import, TakesTheDayOfTheExamples) {
   const json stats = json::parse(output({"stats", "--json"}));
   EXPECT_EQ(stats["count"], events - damaged);
   EXPECT_EQ(stats["queues"][0]["types"].size(), 9u);
+}
+
+TEST_F(Import, RefusesADateThatTheTablesDoNotHold) {
+  std::string text = serverStatus("last", 9223372036854775807UL) + "\n";
+  for (int i = 0; i < 4; ++i) text += serverStatus("late", 9223372036854775808UL) + "\n";
+  const Outcome outcome = import(text + serverStatus("first", 1) + "\n");
+  EXPECT_EQ(outcome.out, "Imported 2, refused 4.\n");
+  EXPECT_THAT(outcome.err, HasSubstr("txt:5: its date 9223372036854775808 is above "
+                                     "9223372036854775807"));
+}
+
+TEST_F(Import, RefusesWhatWouldBeStoredChanged) {
+  const auto event = [](int type, const std::string& rest) {
+    return "EVENT{version:1;type:" + std::to_string(type) + ";id:0;date:1;" + rest + "\n";
+  };
+  const std::vector<std::pair<std::string, const char*>> lines = {
+      {event(6, "ABILITIESEVENT{flags:0x1FFFFFFFF;server:n;}}"), "\"flags:0xFFFFFFFF\", not as "},
+      {event(5, "CAPACITYEVENT{capacity:-1;capacityphys:1;used:1;usedphys:2;server:n;}}"),
+       "\"capacity:18446744073709551615\", not as \"capacity:-1\""},
+      {event(5, "CAPACITYEVENT{capacity:1;capacityphys:1;used:1;usedphys:2;more:3;server:n;}}"),
+       "\"server:n\", not as \"more:3\""},
+      {event(4, "SERVERSTATUSEVENT{state:77;server:n;}}"), "\"state:1\", not as \"state:77\""},
+      {event(4, "extra:5;SERVERSTATUSEVENT{state:1;server:n;}}"), "not as \"extra:5\""},
+      {event(7, "{ACTIVITYEVENT{version:9;action:1;time:2;severity:3;msg:m;}}"),
+       "\"version:1\", not as \"version:9\""},
+      {event(7, "{ACTIVITYEVENT{version:1;action:99999999999;time:2;severity:3;msg:m;}}"),
+       "not as \"action:99999999999\""},
+      {event(6, "ABILITIESEVENT{flags:0x1;server:(NULL)node;}}"), "\"server:(NULL)\", not as "},
+      {event(2, "IMAGEREPEVENT{size:1;path:/a/lsu:b;c;}}"), "\"lsu:b\", not as \"lsu:Tarnwell"},
+  };
+  std::string text;
+  for (const auto& line : lines) text += line.first;
+  const Outcome outcome = import(text);
+  EXPECT_EQ(outcome.status, 1);
+  const auto complaints = linesOf(outcome.err);
+  ASSERT_THAT(complaints, SizeIs(lines.size()));
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    EXPECT_THAT(complaints[i], HasSubstr("would be stored as \""));
+    EXPECT_THAT(complaints[i], HasSubstr(lines[i].second));
+  }
+  EXPECT_THAT(ids(), IsEmpty());
+}
+
+TEST_F(Import, TakesWhatOnlyLooksDifferent) {
+  const Outcome outcome = import(
+      "EVENT{version:2;type:4;id:77;date:007;SERVERSTATUSEVENT{state: 01;server:(NULL);}}\n"
+      "EVENT{version:1;type:3;id:0;date:1;LSUSTATUSEVENT{state:+2;server:;}}\n"
+      "EVENT{version:1;type:2;id:0;date:1;IMAGEREPEVENT{size:5;path:/a;b:c;}}\n"
+      "EVENT{version:1;type:2;id:0;date:1;lsu:v:1;IMAGEREPEVENT{size:5;path:/a;}}\n"
+      "EVENT{version:1;type:6;id:0;date:1;ABILITIESEVENT{flags:0x00ff;server:(NULL);}}\n"
+      "EVENT{version:1;type:6;id:0;date:1;ABILITIESEVENT{flags:0x0;server:n;}}\n"
+      "EVENT{version:1;type:7;id:0;date:1;ACTIVITYEVENT{version:1;action:-3;time:0;severity:00;"
+      "msg:a {b;id:4;};c;}}\n"
+      "EVENT{version:1;type:9;id:0;date:1;KELPEVENT{version:3;severity:1;issue:3;share_type:1;"
+      "file_group:18446744073709551615;name:1;host:1;string:name:007;}}\n"
+      "EVENT{version:1;type:1;id:0;date:1;LEGACYEVENT{payload:007;payload:x;}}\n");
+  EXPECT_EQ(outcome.out, "Imported 9, refused 0.\n") << outcome.err;
 }
 
 }  // namespace

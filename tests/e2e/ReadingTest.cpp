@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstdio>
 #include <filesystem>
 #include <string>
 
@@ -80,6 +82,27 @@ TEST_F(Reading, NeverBreaksTheTable) {
   const json event = json::parse(output({"show", "1", "--json"}));
   EXPECT_THAT(event["fields"]["msg"].get<std::string>(),
               HasSubstr("\x1b[2J\x07\ttab \xef\xbf\xbd"));
+}
+
+TEST_F(Reading, GivesTheExactBytesOfWhatIsNoUtf8) {
+  const std::string line = serverStatus("caf\xe9");
+  output({"import", "-"}, {.input = line + "\n" + serverStatus("caf\xc3\xa9") + "\n"});
+  std::string bytes = line;
+  bytes.replace(bytes.find("id:0"), 4, "id:1");
+  std::string hex;
+  for (const char byte : bytes) {
+    std::array<char, 3> digits{};
+    std::snprintf(digits.data(), digits.size(), "%02x", static_cast<unsigned char>(byte));
+    hex += digits.data();
+  }
+  EXPECT_EQ(json::parse(output({"show", "1", "--json"}))["eventStringHex"], hex);
+  EXPECT_EQ(json::parse(output({"next", "--json"}))["eventStringHex"], hex);
+  for (const Arguments& command : {Arguments{"list", "--json"}, Arguments{"consume", "--json"}}) {
+    const auto events = jsonLines(output(command));
+    ASSERT_THAT(events, SizeIs(2));
+    EXPECT_EQ(events[0]["eventStringHex"], hex);
+    EXPECT_FALSE(events[1].contains("eventStringHex"));
+  }
 }
 
 TEST_F(Reading, ShowsOneEventCompletely) {

@@ -101,7 +101,12 @@ TEST_F(Usage, IsRefusedWithStatusTwoWhenWrong) {
       {"stats", "--wait", "-1"},
       {"stats", "--wait", "soon"},
       {"stats", "--log-level", "loud"},
+      {"stats", "--wait", "nan"},
+      {"stats", "--wait", "-nan"},
+      {"stats", "--wait", "inf"},
       {"--home"},
+      {"stats", "--home", ""},
+      {"stats", "--home="},
   };
   for (const Arguments& arguments : wrong) {
     const Outcome outcome = run(arguments);
