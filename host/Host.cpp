@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "host/cluster/ClusterService.h"
 #include "host/config/ConfigRegistry.h"
 #include "host/config/ConfigurationLoader.h"
 #include "host/config/DistinctFiles.h"
@@ -70,6 +71,21 @@ class OpenDatabase {
   std::shared_ptr<Database> m_database;
 };
 
+// The process's service at etcd, in cluster mode.
+class RunningCluster {
+ public:
+  explicit RunningCluster(const HostConfiguration& configuration) {
+    try {
+      startCluster(configuration.cluster);
+    } catch (const std::runtime_error& problem) {
+      throw HostError(configuration.hostFile.string() + " [cluster]: " + problem.what());
+    }
+  }
+  ~RunningCluster() { stopCluster(); }
+  RunningCluster(const RunningCluster&) = delete;
+  RunningCluster& operator=(const RunningCluster&) = delete;
+};
+
 HostConfiguration configure(const HostOptions& options) {
   const std::filesystem::path home = options.home.empty() ? defaultHome() : options.home;
   HostConfiguration configuration = loadConfiguration(std::filesystem::absolute(home));
@@ -94,7 +110,10 @@ class Host::Parts {
       : m_lock(access == Access::kReadOnly ? nullptr : lockDatabase(configuration)),
         m_log(configuration),
         m_published(configuration),
-        m_database(configuration, access) {}
+        m_database(configuration, access),
+        m_cluster(configuration.clusterMode && access == Access::kReadWrite
+                      ? std::make_unique<RunningCluster>(configuration)
+                      : nullptr) {}
 
   Database& database() { return m_database.get(); }
 
@@ -113,6 +132,7 @@ class Host::Parts {
   OpenLog m_log;
   PublishedConfiguration m_published;
   OpenDatabase m_database;
+  std::unique_ptr<RunningCluster> m_cluster;
 };
 
 std::filesystem::path defaultHome() {

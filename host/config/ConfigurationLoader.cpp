@@ -6,7 +6,9 @@
 #include <charconv>
 #include <functional>
 #include <limits>
+#include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/Host.h"
@@ -21,6 +23,7 @@ constexpr int kMaxAgeLimitDays = 24855;
 constexpr std::size_t kMinLogBytes = 1024;
 constexpr std::size_t kMaxLogFiles = 1000;
 constexpr std::size_t kMaxClusterText = 1023;  // what configManager has room for
+constexpr std::size_t kMaxClusterName = 128;
 constexpr std::size_t kMaxPath = 4095;
 
 // Says what is allowed by throwing it as text.
@@ -81,6 +84,44 @@ Reader path(std::filesystem::path& target, const std::filesystem::path& home, bo
   };
 }
 
+// What can stand in the keys of the cluster service.
+Reader clusterName(std::string& target) {
+  return [&target](const std::string& value) {
+    constexpr std::string_view kAllowed =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789._-";
+    if (value.empty() || value.size() > kMaxClusterName ||
+        value.find_first_not_of(kAllowed) != std::string::npos) {
+      throw NotAllowed{"a name of 1 to " + std::to_string(kMaxClusterName) +
+                       " letters, digits, '.', '_' and '-'"};
+    }
+    target = value;
+  };
+}
+
+Reader endpoints(std::vector<std::string>& target) {
+  return [&target](const std::string& value) {
+    target.clear();
+    std::istringstream list(value);
+    for (std::string endpoint; std::getline(list, endpoint, ',');) {
+      endpoint.erase(0, endpoint.find_first_not_of(" \t"));
+      endpoint.erase(endpoint.find_last_not_of(" \t") + 1);
+      if (endpoint.find(':') == std::string::npos) target.clear();
+      if (endpoint.find(':') == std::string::npos) break;
+      target.push_back(endpoint);
+    }
+    if (target.empty()) throw NotAllowed{"host:port of every etcd member, separated by commas"};
+  };
+}
+
+template <typename Duration>
+Reader duration(Duration& target, long low, long high) {
+  return [&target, low, high](const std::string& value) {
+    long count = 0;
+    number(count, low, high)(value);
+    target = Duration(count);
+  };
+}
+
 void readEntries(const std::filesystem::path& file, const std::vector<KnownEntry>& known) {
   const IniFile ini = IniFile::load(file);
   for (const IniFile::Entry& entry : ini.entries()) {
@@ -129,8 +170,17 @@ std::vector<KnownEntry> hostEntries(HostConfiguration& to, int& clusterMode) {
   return {
       {"server", "name", text(to.serverName, kMaxClusterText)},
       {"cluster", "cluster_mode", number(clusterMode, 0, 1)},
-      {"cluster", "queue", text(to.clusterQueue, kMaxClusterText)},
-      {"cluster", "member", text(to.clusterMember, kMaxClusterText)},
+      {"cluster", "queue", clusterName(to.clusterQueue)},
+      {"cluster", "member", clusterName(to.clusterMember)},
+      {"cluster", "endpoints", endpoints(to.cluster.endpoints)},
+      {"cluster", "deadline_ms", duration(to.cluster.deadline, 100, 600000)},
+      {"cluster", "ca_file", path(to.cluster.trustedCertificatesFile, to.home, false)},
+      {"cluster", "certificate_file", path(to.cluster.certificateFile, to.home, false)},
+      {"cluster", "key_file", path(to.cluster.keyFile, to.home, false)},
+      {"cluster", "server_name", text(to.cluster.serverName, kMaxClusterText)},
+      {"cluster", "user", text(to.cluster.user, kMaxClusterText)},
+      {"cluster", "password", text(to.cluster.password, kMaxClusterText)},
+      {"cluster", "lease_seconds", duration(to.cluster.leaseTtl, 60, 86400)},
       {"audit", "directory", path(to.auditDirectory, to.home, false)},
       {"database", "file", path(to.databaseFile, to.home, false)},
       {"database", "directory", path(to.databaseDirectory, to.home, false)},
@@ -152,6 +202,7 @@ HostConfiguration loadConfiguration(const std::filesystem::path& home) {
   configuration.limitsFile = home / "OrbCentral.ini";
   configuration.serverName = machineName();
   configuration.clusterQueue = "events";
+  configuration.cluster.endpoints = {"127.0.0.1:2379"};
   configuration.auditDirectory = home / "audit";
   configuration.databaseFile = home / "events.db";
   configuration.databaseDirectory = home;

@@ -9,6 +9,8 @@
 #include <filesystem>
 #include <string>
 
+#include "host/cluster/ClusterConfiguration.h"
+
 namespace EventSystemHost {
 
 enum class LogLevel { kOff, kError, kWarning, kInfo, kTrace };
@@ -32,6 +34,10 @@ struct HostConfiguration {
   bool clusterMode = false;   // "cluster_mode": 0 or 1
   std::string clusterQueue;   // "queue"; default "events"
   std::string clusterMember;  // "member"; default: serverName
+
+  // "endpoints", separated by commas, default 127.0.0.1:2379; "deadline_ms"; "ca_file",
+  // "certificate_file", "key_file"; "server_name"; "user", "password"; "lease_seconds"
+  ClusterConfiguration cluster;
 
   // [audit]
   std::filesystem::path auditDirectory;  // "directory"; default home/audit

@@ -113,16 +113,28 @@ TEST_F(Configuration, RefusesTwoUsesOfOneFile) {
 
 TEST_F(Configuration, TakesEveryEntry) {
   writeFile("host.ini",
-            "; a comment\n[server]\nname = one\n[cluster]\ncluster_mode = 1\nqueue = q\n"
-            "member = m\n[audit]\ndirectory = /somewhere\n[database]\nfile = data/e.db\n"
+            "; a comment\n[server]\nname = one\n[cluster]\ncluster_mode = 0\nqueue = q\n"
+            "member = m\nendpoints = a:1, b:2\ndeadline_ms = 500\nca_file = ca.pem\n"
+            "certificate_file = c.pem\nkey_file = k.pem\nserver_name = etcd\nuser = u\n"
+            "password = p\nlease_seconds = 90\n[audit]\ndirectory = /somewhere\n[database]\nfile = "
+            "data/e.db\n"
             "directory = tables\ndurability = group\n[log]\nlevel = error\nfile = l.log\n"
             "max_bytes = 2048\nmax_files = 2\n");
   writeFile("OrbCentral.ini", "[events]\nage_limit_days = 30\ncount_limit = 100\n");
   const HostConfiguration& configuration = start().configuration();
   EXPECT_EQ(configuration.serverName, "one");
-  EXPECT_TRUE(configuration.clusterMode);
+  EXPECT_FALSE(configuration.clusterMode);
   EXPECT_EQ(configuration.clusterQueue, "q");
   EXPECT_EQ(configuration.clusterMember, "m");
+  EXPECT_EQ(configuration.cluster.endpoints, (std::vector<std::string>{"a:1", "b:2"}));
+  EXPECT_EQ(configuration.cluster.deadline, std::chrono::milliseconds(500));
+  EXPECT_EQ(configuration.cluster.trustedCertificatesFile, home() / "ca.pem");
+  EXPECT_EQ(configuration.cluster.certificateFile, home() / "c.pem");
+  EXPECT_EQ(configuration.cluster.keyFile, home() / "k.pem");
+  EXPECT_EQ(configuration.cluster.serverName, "etcd");
+  EXPECT_EQ(configuration.cluster.user, "u");
+  EXPECT_EQ(configuration.cluster.password, "p");
+  EXPECT_EQ(configuration.cluster.leaseTtl, std::chrono::seconds(90));
   EXPECT_EQ(configuration.auditDirectory, "/somewhere");
   EXPECT_EQ(configuration.databaseFile, home() / "data" / "e.db");
   EXPECT_EQ(configuration.databaseDirectory, home() / "tables");
@@ -175,7 +187,10 @@ TEST_F(Configuration, RefusesBadValues) {
   EXPECT_NE(refusal("[log]\nlevel = INFO\n").find("off error warning info trace"),
             std::string::npos);
   EXPECT_NE(refusal("[cluster]\ncluster_mode = 2\n").find("from 0 to 1"), std::string::npos);
-  EXPECT_NE(refusal("[cluster]\nqueue =\n").find("a text of 1 to 1023 bytes"), std::string::npos);
+  EXPECT_NE(refusal("[cluster]\nqueue =\n").find("a name of 1 to 128"), std::string::npos);
+  EXPECT_NE(refusal("[cluster]\nmember = a/b\n").find("a name of 1 to 128"), std::string::npos);
+  EXPECT_NE(refusal("[cluster]\nendpoints = host\n").find("host:port"), std::string::npos);
+  EXPECT_NE(refusal("[cluster]\nendpoints =\n").find("host:port"), std::string::npos);
   EXPECT_NE(refusal("[log]\nlevel = info\nlevel = off\n").find("stands there twice"),
             std::string::npos);
 }
@@ -189,15 +204,20 @@ TEST_F(Configuration, RefusesBadLimits) {
 }
 
 TEST_F(Configuration, FillsTheLibrarysView) {
-  writeFile("host.ini", "[server]\nname = one\n[cluster]\nqueue = q\ncluster_mode = 1\n");
   start();
+  stop();
+  writeFile("host.ini", "[server]\nname = one\n[cluster]\nqueue = q\ncluster_mode = 1\n");
+  EventSystemHost::HostOptions options;
+  options.home = home();
+  options.access = EventSystemHost::Access::kReadOnly;  // needs no cluster service
+  auto host = std::make_unique<EventSystemHost::Host>(options);
   configManager.lock();
   EXPECT_EQ(configManager.clusterMode, 1);
   EXPECT_STREQ(configManager.databaseConfigDirectory, home().c_str());
   EXPECT_STREQ(configManager.clusterQueue, "q");
   EXPECT_STREQ(configManager.clusterMember, "one");
   configManager.unlock();
-  stop();
+  host.reset();
   EXPECT_STREQ(configManager.databaseConfigDirectory, "");
   EXPECT_EQ(configManager.clusterMode, 0);
 }

@@ -1,0 +1,42 @@
+#include "EventSystem/platform/ClusterAPI.h"
+
+#include "EventSystem/platform/HostLog.h"
+#include "host/cluster/ClusterService.h"
+
+namespace {
+
+std::shared_ptr<EventSystemHost::ClusterClient> startedClient(const char* operation) {
+  auto client = EventSystemHost::clusterClient();
+  if (!client) ErrorA(4, "%s the cluster service is not started", operation);
+  return client;
+}
+
+}  // namespace
+
+ClusterAPI& ClusterAPI::instance() {
+  static ClusterAPI theOne;
+  return theOne;
+}
+
+unsigned int ClusterAPI::newEvent(const std::string& a, const std::string& b,
+                                  const std::string& eventString, unsigned long id,
+                                  unsigned long& newId, unsigned int dsid) {
+  const auto client = startedClient(__func__);
+  if (!client) return EventSystemHost::kClusterNotStarted;
+  return client->newEvent(a, b, eventString, id, newId, dsid);
+}
+
+unsigned int ClusterAPI::getNextEvent(const std::string& a, unsigned long afterId,
+                                      unsigned long& id, std::string& second,
+                                      std::string& eventString, unsigned int dsid) {
+  const auto client = startedClient(__func__);
+  if (!client) return EventSystemHost::kClusterNotStarted;
+  return client->getNextEvent(a, afterId, id, second, eventString, dsid);
+}
+
+unsigned int ClusterAPI::deleteEventById(const std::string& a, unsigned long id,
+                                         unsigned int dsid) {
+  const auto client = startedClient(__func__);
+  if (!client) return EventSystemHost::kClusterNotStarted;
+  return client->deleteEventById(a, id, dsid);
+}

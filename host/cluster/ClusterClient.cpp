@@ -1,0 +1,169 @@
+#include "host/cluster/ClusterClient.h"
+
+#include <map>
+#include <mutex>
+#include <stdexcept>
+#include <utility>
+
+#include "EventSystem/platform/HostLog.h"
+#include "host/cluster/CopyWriter.h"
+#include "host/cluster/GrpcLog.h"
+#include "host/cluster/MemberProbe.h"
+#include "host/cluster/PeriodicTask.h"
+#include "host/cluster/PlainWriter.h"
+#include "host/cluster/WindowReader.h"
+
+namespace EventSystemHost {
+namespace {
+
+constexpr std::chrono::seconds kProbeInterval{1};
+
+unsigned int statusOf(EtcdFailure failure) {
+  switch (failure) {
+    case EtcdFailure::kNone:
+      return 0;
+    case EtcdFailure::kUnsettled:
+      return kClusterUnreachable;
+    case EtcdFailure::kNoSpace:
+      return kClusterNoSpace;
+    case EtcdFailure::kTooManyRequests:
+      return kClusterBusy;
+    default:
+      return kClusterRefused;
+  }
+}
+
+unsigned int conclude(const char* operation, const QueueLane& lane, const EtcdResult& result) {
+  if (result.ok()) return 0;
+  ErrorA(4, "%s queue %s, data selection %u: %s", operation, lane.queue.c_str(), lane.dsid,
+         result.message.c_str());
+  return statusOf(result.failure);
+}
+
+// Logs why the arguments are no good; nothing is sent.
+bool acceptable(const char* operation, const std::string& fault, unsigned int dsid) {
+  if (fault.empty()) return true;
+  ErrorA(4, "%s data selection %u: %s", operation, dsid, fault.c_str());
+  return false;
+}
+
+std::string faultOf(const std::string& queue, const std::string& member, const std::string& text) {
+  std::string fault = nameFault("queue", queue);
+  if (fault.empty()) fault = nameFault("member", member);
+  if (fault.empty() && text.find('\0') != std::string::npos) {
+    fault = "an event string cannot contain a zero byte";
+  }
+  return fault;
+}
+
+EtcdResult occupied() {
+  return {EtcdFailure::kTooManyRequests, "another write to the queue took until the deadline",
+          false};
+}
+
+}  // namespace
+
+struct ClusterClient::Parts {
+  explicit Parts(const ClusterConfiguration& values)
+      : configuration(values),
+        channel(configuration),
+        watch(kProbeInterval, [this] { channel.probeAvoided(); }),
+        lease(channel, configuration),
+        plainWriter(channel, lease),
+        copyWriter(channel),
+        reader(channel) {}
+
+  QueueLane& lane(const std::string& queue, unsigned int dsid) {
+    const std::lock_guard lock(mutex);
+    auto& slot = lanes[{queue, dsid}];
+    if (!slot) slot = std::make_unique<QueueLane>(queue, dsid);
+    return *slot;
+  }
+
+  const GrpcLog grpcLog;
+  const ClusterConfiguration configuration;
+  EtcdChannel channel;
+  PeriodicTask watch;  // for members that have failed
+  ProducerLease lease;
+  PlainWriter plainWriter;
+  CopyWriter copyWriter;
+  WindowReader reader;
+
+  std::mutex mutex;  // guards the members below
+  std::map<std::pair<std::string, unsigned int>, std::unique_ptr<QueueLane>> lanes;
+};
+
+ClusterClient::ClusterClient(const ClusterConfiguration& configuration) {
+  checkMembers(configuration);
+  m_parts = std::make_unique<Parts>(configuration);
+  KeyState ignored;
+  const EtcdResult result =
+      readKey(m_parts->channel, "/eventsystem/", ignored, Deadline(configuration.deadline));
+  if (!result.ok()) throw std::runtime_error("etcd cannot be used: " + result.message);
+}
+
+ClusterClient::~ClusterClient() = default;
+
+unsigned int ClusterClient::newEvent(const std::string& queue, const std::string& member,
+                                     const std::string& text, unsigned long id,
+                                     unsigned long& newId, unsigned int dsid) {
+  const char* const operation = id == 0 ? "newEvent" : "newEvent (copy)";
+  newId = 0;
+  if (!acceptable(operation, faultOf(queue, member, text), dsid)) return kClusterBadArgument;
+  const Deadline deadline(m_parts->configuration.deadline);
+  QueueLane& lane = m_parts->lane(queue, dsid);
+  const Gate::Pass pass(lane.gate, deadline);
+  if (!pass) return conclude(operation, lane, occupied());
+  const EtcdResult result =
+      id == 0 ? m_parts->plainWriter.write(lane, eventValue(member, text), deadline, newId)
+              : m_parts->copyWriter.copy(lane, member, id, text, deadline, newId);
+  return conclude(operation, lane, result);
+}
+
+unsigned int ClusterClient::getNextEvent(const std::string& queue, unsigned long afterId,
+                                         unsigned long& id, std::string& member, std::string& text,
+                                         unsigned int dsid) {
+  id = 0;
+  if (!acceptable(__func__, nameFault("queue", queue), dsid)) return kClusterBadArgument;
+  QueueLane& lane = m_parts->lane(queue, dsid);
+  FoundEvent found;
+  const EtcdResult result =
+      m_parts->reader.next(lane, afterId, Deadline(m_parts->configuration.deadline), found);
+  id = found.id;
+  member = std::move(found.value.member);
+  text = std::move(found.value.text);
+  return conclude(__func__, lane, result);
+}
+
+unsigned int ClusterClient::deleteEventById(const std::string& queue, unsigned long id,
+                                            unsigned int dsid) {
+  if (!acceptable(__func__, nameFault("queue", queue), dsid)) return kClusterBadArgument;
+  QueueLane& lane = m_parts->lane(queue, dsid);
+  etcdserverpb::DeleteRangeRequest request;
+  request.set_key(lane.keys.event(id));
+  etcdserverpb::DeleteRangeResponse answer;
+  const EtcdResult result =
+      m_parts->channel.deleteRange(request, answer, Deadline(m_parts->configuration.deadline));
+  // Only an event that was there tells that its id was handed out.
+  if (result.ok() && answer.deleted() > 0) lane.emptied(id);
+  return conclude(__func__, lane, result);
+}
+
+unsigned int ClusterClient::forgetCopies(const std::string& queue, const std::string& member,
+                                         unsigned long belowId, unsigned int dsid) {
+  if (!acceptable(__func__, faultOf(queue, member, ""), dsid)) return kClusterBadArgument;
+  const QueueLane& lane = m_parts->lane(queue, dsid);
+  const EtcdResult result =
+      m_parts->copyWriter.forget(lane, member, belowId, Deadline(m_parts->configuration.deadline));
+  return conclude(__func__, lane, result);
+}
+
+ClusterReport ClusterClient::report() {
+  return makeReport(m_parts->configuration, m_parts->channel);
+}
+
+unsigned long ClusterClient::roundTrips() const {
+  return m_parts->channel.roundTrips();
+}
+
+}  // namespace EventSystemHost

@@ -1,0 +1,50 @@
+#include "host/cluster/ClusterService.h"
+
+#include <mutex>
+#include <utility>
+
+namespace EventSystemHost {
+namespace {
+
+struct Service {
+  std::mutex mutex;
+  std::shared_ptr<ClusterClient> client;
+};
+
+Service& service() {
+  static Service theOne;
+  return theOne;
+}
+
+void replace(std::shared_ptr<ClusterClient> client) {
+  {
+    const std::lock_guard lock(service().mutex);
+    service().client.swap(client);
+  }
+  // The old one takes its leave of etcd here, outside the lock.
+}
+
+}  // namespace
+
+void startCluster(const ClusterConfiguration& configuration) {
+  replace(std::make_shared<ClusterClient>(configuration));
+}
+
+void stopCluster() {
+  replace(nullptr);
+}
+
+std::shared_ptr<ClusterClient> clusterClient() {
+  const std::lock_guard lock(service().mutex);
+  return service().client;
+}
+
+ClusterReport clusterStatus() {
+  const std::shared_ptr<ClusterClient> client = clusterClient();
+  if (client) return client->report();
+  ClusterReport report;
+  report.failure = "the cluster service is not started";
+  return report;
+}
+
+}  // namespace EventSystemHost

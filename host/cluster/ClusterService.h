@@ -1,0 +1,32 @@
+// The cluster event service of this process: the one client behind ClusterAPI::instance().
+//
+// Thread safety: start and stop from the thread that owns the host, while no other thread uses the
+// library; the other functions from any thread.
+
+#ifndef EVENTSYSTEM_HOST_CLUSTER_CLUSTERSERVICE_H
+#define EVENTSYSTEM_HOST_CLUSTER_CLUSTERSERVICE_H
+
+#include <memory>
+
+#include "host/cluster/ClusterClient.h"
+#include "host/cluster/ClusterConfiguration.h"
+#include "host/cluster/ClusterReport.h"
+
+namespace EventSystemHost {
+
+// Connects, logs in and checks. Throws std::runtime_error whose text says what is wrong and where.
+// A service that runs already is replaced.
+void startCluster(const ClusterConfiguration& configuration);
+
+// Takes back what is left at etcd of this process. Does nothing when no service runs.
+void stopCluster();
+
+// Null when no service runs.
+std::shared_ptr<ClusterClient> clusterClient();
+
+// How the cluster is. Without a service the report has no members and says so as its failure.
+ClusterReport clusterStatus();
+
+}  // namespace EventSystemHost
+
+#endif

@@ -1,0 +1,107 @@
+#include "tests/cluster/Workload.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace EventSystemTest {
+namespace {
+
+using EventSystemHost::ClusterClient;
+
+constexpr char kQueue[] = "events";
+constexpr std::chrono::minutes kPatience{1};
+
+}  // namespace
+
+Workload::Workload(const EventSystemHost::ClusterConfiguration& configuration,
+                   const WorkloadOptions& options)
+    : m_configuration(configuration), m_options(options) {
+  for (int i = 0; i < options.producers; ++i) m_threads.emplace_back([this, i] { produce(i); });
+  m_threads.emplace_back([this] { consume(); });
+}
+
+Workload::~Workload() {
+  m_stopping = true;
+  for (std::thread& thread : m_threads) {
+    if (thread.joinable()) thread.join();
+  }
+}
+
+void Workload::produce(int producer) {
+  const std::string member = "member" + std::to_string(producer);
+  ClusterClient client(m_configuration);
+  for (long number = 0; !m_stopping; ++number) {
+    const std::string text = "event " + std::to_string(number) + " of " + member;
+    for (bool stored = false; !stored;) {
+      unsigned long id = 0;
+      const auto begin = History::now();
+      stored = client.newEvent(kQueue, member, text, 0, id, 0) == 0;
+      if (stored) {
+        m_history.wrote(text, id, begin, History::now());
+        ++m_acknowledged;
+      } else {
+        ++m_failures;
+      }
+      const bool givesUp = !m_options.tryAgain || m_stopping;
+      if (!stored && givesUp) {
+        m_history.failed(text);
+        break;
+      }
+    }
+  }
+}
+
+// Reads upwards and deletes what it is given.
+void Workload::consume() {
+  ClusterClient client(m_configuration);
+  unsigned long last = 0;
+  while (!m_stopping) {
+    unsigned long id = 0;
+    std::string member;
+    std::string text;
+    if (client.getNextEvent(kQueue, last, id, member, text, 0) != 0) continue;
+    if (id == 0) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+      continue;
+    }
+    m_history.consumed(id, text);
+    last = id;
+    while (client.deleteEventById(kQueue, id, 0) != 0) {
+    }
+    m_history.deleted(id);
+  }
+}
+
+bool Workload::waitForMore(const std::atomic<long>& counter, long more) {
+  const long goal = counter + more;
+  const auto end = History::now() + kPatience;
+  while (counter < goal) {
+    if (History::now() > end) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+  return true;
+}
+
+const History& Workload::finish() {
+  m_stopping = true;
+  for (std::thread& thread : m_threads) thread.join();
+  readTheRest();
+  return m_history;
+}
+
+void Workload::readTheRest() {
+  ClusterClient client(m_configuration);
+  unsigned long last = 0;
+  for (;;) {
+    unsigned long id = 0;
+    std::string member;
+    std::string text;
+    ASSERT_EQ(client.getNextEvent(kQueue, last, id, member, text, 0), 0u);
+    if (id == 0) return;
+    m_history.left(id, text);
+    last = id;
+  }
+}
+
+}  // namespace EventSystemTest
