@@ -65,8 +65,9 @@ class EVENTSYSTEM_API Event {
   static int fromString(const char* string, Event** event);
 
  private:
-  friend class EventStorage;    // assignEventId()
-  friend class DSEventStorage;  // assignEventId()
+  friend class EventStorage;           // assignEventId()
+  friend class DSEventStorage;         // assignEventId()
+  friend class ClusterDSEventStorage;  // sets the service's id
 
   unsigned long m_id;
   eventType m_type;

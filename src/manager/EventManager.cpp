@@ -2,16 +2,17 @@
 
 #include <exception>
 #include <memory>
-#include <stdexcept>
 
+#include "EventSystem/ClusterDSEventStorage.h"
+#include "EventSystem/ClusterEventStorage.h"
 #include "EventSystem/DSEventStorage.h"
 #include "EventSystem/EventStorage.h"
 #include "EventSystem/OrbDBDSEventStorage.h"
-#include "EventSystem/OrbDBEventStorage.h"
 #include "EventSystem/ResultCode.h"
 #include "EventSystem/platform/HostClock.h"
 #include "EventSystem/platform/HostConfig.h"
 #include "EventSystem/platform/HostLog.h"
+#include "Upgrade.h"
 
 namespace EventSystem {
 namespace {
@@ -58,14 +59,17 @@ EventManager* EventManager::getInstance() {
 
 EventManager::EventManager()
     : m_mutex(), m_eventStorage(nullptr), m_dsEventStorage(nullptr), m_orig_dsid(0) {
+  std::unique_ptr<EventStorage> eventStorage;
+  std::unique_ptr<DSEventStorage> dsEventStorage;
   if (configManager.clusterMode != 0) {
-    ErrorA(kLogCode, "%s Cluster mode is configured, but this build has no cluster stores.",
-           __func__);
-    throw std::runtime_error(
-        "cluster mode is configured, but this build of EventSystem has no cluster stores");
+    eventStorage = std::make_unique<ClusterEventStorage>();
+    UpgradeSource database;
+    copyQueue(database, *eventStorage);
+    dsEventStorage = std::make_unique<ClusterDSEventStorage>();
+  } else {
+    eventStorage = std::make_unique<OrbDBEventStorage>();
+    dsEventStorage = std::make_unique<OrbDBDSEventStorage>();
   }
-  std::unique_ptr<EventStorage> eventStorage = std::make_unique<OrbDBEventStorage>();
-  std::unique_ptr<DSEventStorage> dsEventStorage = std::make_unique<OrbDBDSEventStorage>();
 
   m_orig_dsid = kOriginalDsid;
   InfoA(kLogCode, "%s m_orig_dsid = %d", __func__, static_cast<int>(m_orig_dsid));

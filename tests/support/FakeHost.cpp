@@ -144,6 +144,11 @@ std::vector<std::string> FakeHost::databaseCalls() const {
                      "deleteRecord", "ListRecordsStart", "ListRecordsNext"});
 }
 
+std::vector<std::string> FakeHost::clusterCalls() const {
+  return callsNamed(
+      {"ClusterAPI::newEvent", "ClusterAPI::getNextEvent", "ClusterAPI::deleteEventById"});
+}
+
 std::vector<std::string> FakeHost::callsNamed(const std::set<std::string>& names) const {
   std::vector<std::string> texts;
   for (const Call& call : calls([&names](const Call& c) { return names.count(c.name) != 0; })) {

@@ -104,6 +104,7 @@ class FakeHost {
   // addRecord, ListRecordsStart ... Instance, handle copies, getcolumn and the calls on columns
   // are left out.
   std::vector<std::string> databaseCalls() const;
+  std::vector<std::string> clusterCalls() const;
   // The calls of these names, as texts.
   std::vector<std::string> callsNamed(const std::set<std::string>& names) const;
 

@@ -114,23 +114,6 @@ TEST_F(EventManagerConstruction, AnEmptyQueueGivesNull) {
   EXPECT_EQ(0u, next(manager, 0, 5));
 }
 
-TEST_F(EventManagerConstruction, ClusterModeIsRefusedAloudAndTriedAgainNextTime) {
-  configManager.clusterMode = 1;
-  EXPECT_THROW(EventManager::getInstance(), std::exception);
-  EXPECT_EQ(nullptr, instance());
-  ASSERT_EQ(1u, host().log().size());
-  EXPECT_EQ("error", host().log()[0].level);
-  EXPECT_THROW(EventManager::getInstance(), std::exception);
-  configManager.clusterMode = 0;
-  EXPECT_NE(nullptr, EventManager::getInstance());
-  EXPECT_EQ(1u, add(*EventManager::getInstance(), 0));
-}
-
-TEST_F(EventManagerConstruction, AnyNonZeroFlagIsClusterMode) {
-  configManager.clusterMode = 0x80;
-  EXPECT_ANY_THROW(EventManager());
-}
-
 // A log call is the one kind of host call whose exception leaves a store's constructor.
 TEST_F(EventManagerConstruction, AnExceptionDuringConstructionReleasesEverythingAndIsTriedAgain) {
   host().dropTable("events");
