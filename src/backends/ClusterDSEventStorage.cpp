@@ -18,17 +18,15 @@ int ClusterDSEventStorage::readEvent(unsigned long, Event**, unsigned int) {
 }
 
 int ClusterDSEventStorage::getNextEvent(unsigned long afterId, Event** event, unsigned int dsid) {
-  if (!clearResult(event)) return kGeneralFailure;
   ClusterQueue::Entry entry;
-  const int found = ClusterQueue(dsid).next(afterId, entry);
-  if (found != kSuccess || entry.id == 0) return found;
-  const int parsed = Event::fromString(entry.eventString.c_str(), event);
+  const int result = ClusterQueue(dsid).next(afterId, entry, event);
+  if (event == nullptr || entry.id == 0) return result;
   if (*event != nullptr) (*event)->m_id = entry.id;
-  if (parsed == kGeneralFailure) {
+  if (result == kGeneralFailure) {
     ClusterQueue::reportUnreadable(entry);
     deleteEvent(entry.id, dsid);
   }
-  return parsed;
+  return result;
 }
 
 int ClusterDSEventStorage::writeEvent(Event* event, unsigned int dsid) {

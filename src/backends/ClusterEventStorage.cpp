@@ -22,17 +22,15 @@ int ClusterEventStorage::readEvent(unsigned long, Event**) {
 }
 
 int ClusterEventStorage::getNextEvent(unsigned long afterId, Event** event) {
-  if (!clearResult(event)) return kGeneralFailure;
   ClusterQueue::Entry entry;
-  const int found = ClusterQueue(kGlobalQueue).next(afterId, entry);
-  if (found != kSuccess || entry.id == 0) return found;
-  const int parsed = Event::fromString(entry.eventString.c_str(), event);
+  const int result = ClusterQueue(kGlobalQueue).next(afterId, entry, event);
+  if (event == nullptr || entry.id == 0) return result;
   assignEventId(*event, entry.id);
-  if (parsed == kGeneralFailure) {
+  if (result == kGeneralFailure) {
     ClusterQueue::reportUnreadable(entry);
     deleteEvent(entry.id);
   }
-  return parsed;
+  return result;
 }
 
 int ClusterEventStorage::writeEvent(Event* event) {

@@ -41,7 +41,19 @@ int ClusterQueue::write(Event* event) const {
   return kStoreFailure;
 }
 
-int ClusterQueue::next(unsigned long afterId, Entry& entry) const {
+int ClusterQueue::next(unsigned long afterId, Entry& entry, Event** event) const {
+  traceCall("getNextEvent");
+  if (event == nullptr) {
+    ErrorA(kStoreFailure, "%s The event pointer is NULL.", "getNextEvent");
+    return kGeneralFailure;
+  }
+  *event = nullptr;
+  const int found = ask(afterId, entry);
+  if (found != kSuccess || entry.id == 0) return found;
+  return Event::fromString(entry.eventString.c_str(), event);
+}
+
+int ClusterQueue::ask(unsigned long afterId, Entry& entry) const {
   constexpr char kFunction[] = "getNextEvent";
   ClusterAPI& service = ClusterAPI::instance();
   std::string member;
@@ -70,17 +82,6 @@ void ClusterQueue::remove(unsigned long id) const {
   if (service.deleteEventById(configured(configManager.clusterQueue), id, m_dsid) != kSuccess) {
     ErrorA(kStoreFailure, "%s Error deleting event", kFunction);
   }
-}
-
-bool clearResult(Event** event) {
-  constexpr char kFunction[] = "getNextEvent";
-  traceCall(kFunction);
-  if (event == nullptr) {
-    ErrorA(kStoreFailure, "%s The event pointer is NULL.", kFunction);
-    return false;
-  }
-  *event = nullptr;
-  return true;
 }
 
 }  // namespace EventSystem

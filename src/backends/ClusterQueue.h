@@ -26,9 +26,10 @@ class ClusterQueue {
     std::string eventString;
   };
 
-  // Asks for the first entry after `afterId`. 0, or 4 after a log line; the end of the queue is
-  // logged too.
-  int next(unsigned long afterId, Entry& entry) const;
+  // Asks for the first entry after `afterId` and parses it. 0, also at the end of the queue, which
+  // is logged; 4 after a log line; 9 for NULL; else the parse result. `*event`, the caller's, still
+  // has the id of its text.
+  int next(unsigned long afterId, Entry& entry, Event** event) const;
 
   // Logs an entry that does not parse; the caller then deletes it.
   static void reportUnreadable(const Entry& entry);
@@ -36,11 +37,11 @@ class ClusterQueue {
   void remove(unsigned long id) const;
 
  private:
+  // 0, or 4 after a log line.
+  int ask(unsigned long afterId, Entry& entry) const;
+
   unsigned int m_dsid;
 };
-
-// Whether getNextEvent() may use its output argument; sets it to NULL, or logs that it is NULL.
-bool clearResult(Event** event);
 
 }  // namespace EventSystem
 

@@ -122,12 +122,6 @@ bool deleteEventRow(const char* table, unsigned long id) {
   return true;
 }
 
-void deleteRewrittenRow(DatabaseTable& table, unsigned long id) {
-  if (table.deleteRecord(id) != 0) {
-    ErrorA(kStoreFailure, "%s Failed to delete the event from OrbDB", "checkConsistency");
-  }
-}
-
 bool EventRow::load(const Columns& columns) {
   constexpr char kFunction[] = "checkConsistency";
   long rowId = 0;
@@ -166,6 +160,17 @@ std::unique_ptr<Event> EventRow::parse() const {
   std::unique_ptr<Event> event(parsed);
   if (result != kSuccess) event.reset();
   return event;
+}
+
+void warnOfRefiling(const EventRow& row) {
+  WarningA(105, "%s The event filename (%lu) does not match the event ID (%lu).  Fixing...",
+           "checkConsistency", row.id, row.eventId);
+}
+
+void deleteRewrittenRow(DatabaseTable& table, unsigned long id) {
+  if (table.deleteRecord(id) != 0) {
+    ErrorA(kStoreFailure, "%s Failed to delete the event from OrbDB", "checkConsistency");
+  }
 }
 
 }  // namespace EventSystem

@@ -32,9 +32,6 @@ int readEventRow(const char* table, unsigned long id, Event** event);
 // Deletes the row of `id`; false when the table is missing.
 bool deleteEventRow(const char* table, unsigned long id);
 
-// Deletes the old row of an event that was filed under a new id.
-void deleteRewrittenRow(DatabaseTable& table, unsigned long id);
-
 // One row of a consistency check.
 struct EventRow {
   unsigned long id = 0;       // what the row is filed under
@@ -51,6 +48,11 @@ struct EventRow {
   // The row's event, or NULL when its string does not parse.
   std::unique_ptr<Event> parse() const;
 };
+
+// A row whose event is filed under another id than its own is filed anew: the warning before, and
+// the end of the old row once the new one stands.
+void warnOfRefiling(const EventRow& row);
+void deleteRewrittenRow(DatabaseTable& table, unsigned long id);
 
 }  // namespace EventSystem
 

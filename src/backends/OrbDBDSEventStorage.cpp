@@ -32,6 +32,32 @@ bool isValid(unsigned int dsid) {
   return guarded("populateIdCache", "QMDSIDValidate", 0, [&] { return QMDSIDValidate(dsid); }) != 0;
 }
 
+// What is wrong with a row, counted and logged; with `fix` a misfiled one is filed anew.
+int checkRow(DSEventStorage& store, DatabaseTable& events, const EventRow& row, bool fix) {
+  constexpr char kFunction[] = "checkConsistency";
+  int problems = 0;
+  const std::unique_ptr<Event> event = row.parse();
+  if (event == nullptr) {
+    ErrorA(32, "%s Event id %lu with data selection (%d) has an invalid event string: %s",
+           kFunction, row.eventId, row.dsid, row.eventString);
+    ++problems;
+  }
+  if (row.id == row.eventId) return problems;
+  if (!fix) {
+    ErrorA(105,
+           "%s The event filename (%lu) with data selection (%d) does not match the event ID "
+           "(%lu).",
+           kFunction, row.id, row.dsid, row.eventId);
+    return problems + 2;
+  }
+  warnOfRefiling(row);
+  if (event != nullptr &&
+      store.writeEvent(event.get(), static_cast<unsigned int>(row.dsid)) == kSuccess) {
+    deleteRewrittenRow(events, row.id);
+  }
+  return problems + 1;
+}
+
 }  // namespace
 
 OrbDBDSEventStorage::OrbDBDSEventStorage() : m_initialized(false) {
@@ -184,30 +210,9 @@ int OrbDBDSEventStorage::checkConsistency(bool fix) {
       ++problems;
       continue;
     }
-    const unsigned int dsid = static_cast<unsigned int>(row.dsid);
-    unsigned long& largestId = largestIds[dsid];
+    unsigned long& largestId = largestIds[static_cast<unsigned int>(row.dsid)];
     largestId = std::max(largestId, row.eventId);
-    const std::unique_ptr<Event> event = row.parse();
-    if (event == nullptr) {
-      ErrorA(32, "%s Event id %lu with data selection (%d) has an invalid event string: %s",
-             __func__, row.eventId, row.dsid, row.eventString);
-      ++problems;
-    }
-    if (row.id == row.eventId) continue;
-    if (!fix) {
-      ErrorA(105,
-             "%s The event filename (%lu) with data selection (%d) does not match the event ID "
-             "(%lu).",
-             __func__, row.id, row.dsid, row.eventId);
-      problems += 2;
-      continue;
-    }
-    WarningA(105, "%s The event filename (%lu) does not match the event ID (%lu).  Fixing...",
-             __func__, row.id, row.eventId);
-    ++problems;
-    if (event != nullptr && writeEvent(event.get(), dsid) == kSuccess) {
-      deleteRewrittenRow(events, row.id);
-    }
+    problems += checkRow(*this, events, row, fix);
   }
   problems += checkMaxIds(largestIds);
   InfoA(kSuccess, "%s Ending consistency check", __func__);

@@ -39,6 +39,29 @@ void locateAuditDatabase(char (&path)[4096], const char* operation) {
   joinPath(path, directory, "audit.db");
 }
 
+// What is wrong with a row, counted and logged; with `fix` a misfiled one is filed anew.
+int checkRow(EventStorage& store, DatabaseTable& events, const EventRow& row, bool fix) {
+  constexpr char kFunction[] = "checkConsistency";
+  int problems = 0;
+  const std::unique_ptr<Event> event = row.parse();
+  if (event == nullptr) {
+    ErrorA(32, "%s Event id %lu has an invalid event string: %s", kFunction, row.eventId,
+           row.eventString);
+    ++problems;
+  }
+  if (row.id == row.eventId) return problems;
+  if (!fix) {
+    ErrorA(105, "%s The event filename (%lu) does not match the event ID (%lu).", kFunction, row.id,
+           row.eventId);
+    return problems + 2;
+  }
+  warnOfRefiling(row);
+  if (event != nullptr && store.writeEvent(event.get()) == kSuccess) {
+    deleteRewrittenRow(events, row.id);
+  }
+  return problems + 1;
+}
+
 }  // namespace
 
 OrbDBEventStorage::OrbDBEventStorage()
@@ -205,25 +228,7 @@ int OrbDBEventStorage::checkConsistency(bool fix) {
       continue;
     }
     largestId = std::max(largestId, row.eventId);
-    const std::unique_ptr<Event> event = row.parse();
-    if (event == nullptr) {
-      ErrorA(32, "%s Event id %lu has an invalid event string: %s", __func__, row.eventId,
-             row.eventString);
-      ++problems;
-    }
-    if (row.id == row.eventId) continue;
-    if (!fix) {
-      ErrorA(105, "%s The event filename (%lu) does not match the event ID (%lu).", __func__,
-             row.id, row.eventId);
-      problems += 2;
-      continue;
-    }
-    WarningA(105, "%s The event filename (%lu) does not match the event ID (%lu).  Fixing...",
-             __func__, row.id, row.eventId);
-    ++problems;
-    if (event != nullptr && writeEvent(event.get()) == kSuccess) {
-      deleteRewrittenRow(events, row.id);
-    }
+    problems += checkRow(*this, events, row, fix);
   }
   problems += checkMaxId(largestId);
   InfoA(kSuccess, "%s Ending consistency check", __func__);

@@ -14,7 +14,8 @@ namespace {
 std::mutex g_mutex;
 std::string g_lines;
 
-int keep(const char* level, int code, const char* format, va_list arguments) {
+__attribute__((format(printf, 3, 0))) int keep(const char* level, int code, const char* format,
+                                               va_list arguments) {
   std::array<char, 4096> text{};
   std::vsnprintf(text.data(), text.size(), format, arguments);
   const std::lock_guard lock(g_mutex);
