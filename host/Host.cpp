@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "host/CopiedRows.h"
 #include "host/cluster/ClusterService.h"
 #include "host/config/ConfigRegistry.h"
 #include "host/config/ConfigurationLoader.h"
@@ -89,7 +90,7 @@ class RunningCluster {
 HostConfiguration configure(const HostOptions& options) {
   const std::filesystem::path home = options.home.empty() ? defaultHome() : options.home;
   HostConfiguration configuration = loadConfiguration(std::filesystem::absolute(home));
-  if (options.access == Access::kReadOnly) {
+  if (options.access != Access::kReadWrite) {
     configuration.logFile = "-";
     configuration.logLevel = std::min(configuration.logLevel, LogLevel::kWarning);
   }
@@ -97,7 +98,21 @@ HostConfiguration configure(const HostOptions& options) {
   if (options.logFile) configuration.logFile = *options.logFile;
   configuration.databaseFile = locateDatabase(configuration.databaseFile);
   requireDistinctFiles(configuration);
+  if (options.access == Access::kServiceOnly && !configuration.clusterMode) {
+    throw HostError(configuration.hostFile.string() +
+                    ": [cluster] cluster_mode is 0: the queues are " +
+                    "in the database, not at a service");
+  }
   return configuration;
+}
+
+// A reader in cluster mode needs the database only for what it knows of data selections.
+std::unique_ptr<OpenDatabase> openDatabase(const HostConfiguration& configuration, Access access) {
+  std::error_code error;
+  const bool needed = access == Access::kReadWrite || !configuration.clusterMode ||
+                      std::filesystem::exists(configuration.databaseFile, error);
+  if (access == Access::kServiceOnly || !needed) return nullptr;
+  return std::make_unique<OpenDatabase>(configuration, access);
 }
 
 }  // namespace
@@ -107,15 +122,21 @@ HostConfiguration configure(const HostOptions& options) {
 class Host::Parts {
  public:
   Parts(const HostConfiguration& configuration, Access access)
-      : m_lock(access == Access::kReadOnly ? nullptr : lockDatabase(configuration)),
+      : m_lock(access == Access::kReadWrite ? lockDatabase(configuration) : nullptr),
         m_log(configuration),
         m_published(configuration),
-        m_database(configuration, access),
-        m_cluster(configuration.clusterMode && access == Access::kReadWrite
+        m_database(openDatabase(configuration, access)),
+        m_cluster(configuration.clusterMode && access != Access::kReadOnly
                       ? std::make_unique<RunningCluster>(configuration)
-                      : nullptr) {}
+                      : nullptr),
+        m_reader(configuration.clusterMode ? std::make_unique<ClusterReader>(
+                                                 configuration.cluster, configuration.clusterQueue)
+                                           : nullptr) {}
 
-  Database& database() { return m_database.get(); }
+  // Null where none is needed.
+  Database* database() { return m_database ? &m_database->get() : nullptr; }
+
+  ClusterReader* reader() { return m_reader.get(); }
 
   bool belongToThisProcess() const { return m_process == getpid(); }
 
@@ -131,8 +152,9 @@ class Host::Parts {
   std::unique_ptr<WriterLock> m_lock;
   OpenLog m_log;
   PublishedConfiguration m_published;
-  OpenDatabase m_database;
+  std::unique_ptr<OpenDatabase> m_database;
   std::unique_ptr<RunningCluster> m_cluster;
+  std::unique_ptr<ClusterReader> m_reader;
 };
 
 std::filesystem::path defaultHome() {
@@ -147,7 +169,10 @@ std::filesystem::path defaultHome() {
 
 Host::Host(const HostOptions& options)
     : m_configuration(configure(options)),
-      m_parts(std::make_unique<Parts>(m_configuration, options.access)) {}
+      m_parts(std::make_unique<Parts>(m_configuration, options.access)) {
+  const bool copies = m_configuration.clusterMode && options.access == Access::kReadWrite;
+  if (copies) forgetCopiesOfGoneRows(m_configuration);
+}
 
 // After fork() the copy in the child has no thread, and shares locks and files with the parent's.
 // It is kept, because nothing of it may be released before the child ends.
@@ -162,11 +187,22 @@ const HostConfiguration& Host::configuration() const {
 }
 
 std::string Host::damage() const {
-  return m_parts->database().damage();
+  Database* const database = m_parts->database();
+  return database == nullptr ? "" : database->damage();
 }
 
+// What a call at the cluster service has done is durable when the call returns.
 int Host::waitDurable() {
-  return m_parts->database().waitDurable();
+  Database* const database = m_parts->database();
+  return database == nullptr ? 0 : database->waitDurable();
+}
+
+ClusterReader* Host::cluster() const {
+  return m_parts->reader();
+}
+
+ClusterCall Host::lastClusterCall() const {
+  return EventSystemHost::lastClusterCall();
 }
 
 }  // namespace EventSystemHost

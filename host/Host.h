@@ -16,6 +16,8 @@
 #include <string>
 
 #include "EventSystem/Export.h"
+#include "host/cluster/ClusterReader.h"
+#include "host/cluster/LastCall.h"
 #include "host/config/HostConfiguration.h"
 
 namespace EventSystemHost {
@@ -34,14 +36,19 @@ class EVENTSYSTEM_HOST_API DatabaseBusy : public HostError {
 
 enum class Access {
   kReadWrite,  // creates what is missing; the only writer of the database file
-  kReadOnly    // beside a running writer or alone; changes nothing and needs an existing database
+  // Beside a running writer or alone; changes nothing, neither in the database, which must exist
+  // unless the queues are elsewhere (cluster mode), nor at the cluster service.
+  kReadOnly,
+  // Beside a running writer or alone, in cluster mode: the cluster service is read and written, the
+  // database is not opened.
+  kServiceOnly
 };
 
 struct HostOptions {
   // Where configuration and data are. Empty: defaultHome().
   std::filesystem::path home;
   Access access = Access::kReadWrite;
-  // Overrides [log] of host.ini when set. A read-only host shares no log file with the writer:
+  // Overrides [log] of host.ini when set. A host beside the writer shares no log file with it:
   // unless set here, its log is standard error, with warnings and errors only.
   std::optional<LogLevel> logLevel;
   std::optional<std::filesystem::path> logFile;  // "-" is standard error
@@ -69,6 +76,15 @@ class EVENTSYSTEM_HOST_API Host {
   // durability, after at most one flush otherwise. 0 on success, a database status on failure.
   // Any thread; callers that wait at the same time share one flush.
   int waitDurable();
+
+  // The queues at the cluster service, for reading; null outside cluster mode. Nothing is connected
+  // before it is asked for something.
+  ClusterReader* cluster() const;
+
+  // What came of the calling thread's last call of the cluster service: among it the id that an
+  // event got there, which the library does not pass on. To be asked after a call of the library
+  // that went to the service.
+  ClusterCall lastClusterCall() const;
 
   // What this process has found damaged in the database, in words for the operator; empty when
   // nothing. From then on the database takes no writes: what cannot be read, ids handed out before

@@ -2,12 +2,16 @@
 
 #include "EventSystem/platform/HostLog.h"
 #include "host/cluster/ClusterService.h"
+#include "host/cluster/LastCall.h"
 
 namespace {
 
 std::shared_ptr<EventSystemHost::ClusterClient> startedClient(const char* operation) {
   auto client = EventSystemHost::clusterClient();
-  if (!client) ErrorA(4, "%s the cluster service is not started", operation);
+  if (!client) {
+    EventSystemHost::noteClusterCall("the cluster service is not started");
+    ErrorA(4, "%s the cluster service is not started", operation);
+  }
   return client;
 }
 
@@ -23,7 +27,9 @@ unsigned int ClusterAPI::newEvent(const std::string& a, const std::string& b,
                                   unsigned long& newId, unsigned int dsid) {
   const auto client = startedClient(__func__);
   if (!client) return EventSystemHost::kClusterNotStarted;
-  return client->newEvent(a, b, eventString, id, newId, dsid);
+  const unsigned int status = client->newEvent(a, b, eventString, id, newId, dsid);
+  if (status == 0) EventSystemHost::noteNewEvent(newId);
+  return status;
 }
 
 unsigned int ClusterAPI::getNextEvent(const std::string& a, unsigned long afterId,

@@ -8,6 +8,7 @@
 #include "EventSystem/platform/HostLog.h"
 #include "host/cluster/CopyWriter.h"
 #include "host/cluster/GrpcLog.h"
+#include "host/cluster/LastCall.h"
 #include "host/cluster/MemberProbe.h"
 #include "host/cluster/PeriodicTask.h"
 #include "host/cluster/PlainWriter.h"
@@ -34,6 +35,7 @@ unsigned int statusOf(EtcdFailure failure) {
 }
 
 unsigned int conclude(const char* operation, const QueueLane& lane, const EtcdResult& result) {
+  noteClusterCall(result.message);
   if (result.ok()) return 0;
   ErrorA(4, "%s queue %s, data selection %u: %s", operation, lane.queue.c_str(), lane.dsid,
          result.message.c_str());
@@ -43,6 +45,7 @@ unsigned int conclude(const char* operation, const QueueLane& lane, const EtcdRe
 // Logs why the arguments are no good; nothing is sent.
 bool acceptable(const char* operation, const std::string& fault, unsigned int dsid) {
   if (fault.empty()) return true;
+  noteClusterCall(fault);
   ErrorA(4, "%s data selection %u: %s", operation, dsid, fault.c_str());
   return false;
 }

@@ -39,6 +39,12 @@ std::shared_ptr<ClusterClient> clusterClient() {
   return service().client;
 }
 
+unsigned int forgetCopies(const std::string& queue, const std::string& member,
+                          unsigned long belowId, unsigned int dsid) {
+  const std::shared_ptr<ClusterClient> client = clusterClient();
+  return client ? client->forgetCopies(queue, member, belowId, dsid) : kClusterNotStarted;
+}
+
 ClusterReport clusterStatus() {
   const std::shared_ptr<ClusterClient> client = clusterClient();
   if (client) return client->report();

@@ -7,6 +7,7 @@
 #define EVENTSYSTEM_HOST_CLUSTER_CLUSTERSERVICE_H
 
 #include <memory>
+#include <string>
 
 #include "host/cluster/ClusterClient.h"
 #include "host/cluster/ClusterConfiguration.h"
@@ -23,6 +24,10 @@ void stopCluster();
 
 // Null when no service runs.
 std::shared_ptr<ClusterClient> clusterClient();
+
+// As ClusterClient::forgetCopies(); kClusterNotStarted when no service runs.
+unsigned int forgetCopies(const std::string& queue, const std::string& member,
+                          unsigned long belowId, unsigned int dsid);
 
 // How the cluster is. Without a service the report has no members and says so as its failure.
 ClusterReport clusterStatus();

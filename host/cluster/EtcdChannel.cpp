@@ -232,12 +232,12 @@ EtcdResult EtcdChannel::keepLeaseAlive(std::int64_t id, bool& alive, const Deadl
   etcdserverpb::LeaseKeepAliveRequest request;
   request.set_id(id);
   etcdserverpb::LeaseKeepAliveResponse answer;
-  const EtcdResult result = perform(
+  EtcdResult result = perform(
       [&](const EtcdMember& to, grpc::ClientContext& context) {
         const auto stream = to.lease->LeaseKeepAlive(&context);
         const bool answered = stream->Write(request) && stream->Read(&answer);
         stream->WritesDone();
-        const grpc::Status status = stream->Finish();
+        grpc::Status status = stream->Finish();
         if (answered || !status.ok()) return status;
         return grpc::Status(grpc::StatusCode::UNAVAILABLE, "the keep-alive was not answered");
       },

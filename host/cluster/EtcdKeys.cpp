@@ -17,6 +17,10 @@ std::string paddedTo(std::size_t width, unsigned long number) {
   return std::string(width - digits.size(), '0') + digits;
 }
 
+std::string prefixOf(const std::string& queue) {
+  return "/eventsystem/" + queue + "/";
+}
+
 }  // namespace
 
 std::string nameFault(std::string_view kind, std::string_view name) {
@@ -33,7 +37,7 @@ std::string nameFault(std::string_view kind, std::string_view name) {
 }
 
 EtcdKeys::EtcdKeys(const std::string& queue, unsigned int dsid)
-    : m_prefix("/eventsystem/" + queue + "/" + paddedTo(kDsidDigits, dsid) + "/") {}
+    : m_prefix(prefixOf(queue) + paddedTo(kDsidDigits, dsid) + "/") {}
 
 std::string EtcdKeys::event(unsigned long id) const {
   return m_prefix + "e/" + padded(id);
@@ -55,6 +59,12 @@ std::string successor(const std::string& key) {
   return key + '\0';
 }
 
+std::string behindPrefix(const std::string& prefix) {
+  std::string key = prefix;
+  ++key.back();
+  return key;
+}
+
 std::string padded(unsigned long number) {
   return paddedTo(kIdDigits, number);
 }
@@ -70,6 +80,17 @@ std::optional<unsigned long> parsePadded(std::string_view text) {
 std::optional<unsigned long> idOfKey(std::string_view key) {
   if (key.size() < kIdDigits) return std::nullopt;
   return parsePadded(key.substr(key.size() - kIdDigits));
+}
+
+std::optional<unsigned int> dsidOfKey(const std::string& queue, std::string_view key) {
+  const std::string prefix = prefixOf(queue);
+  if (!key.starts_with(prefix) || key.size() <= prefix.size() + kDsidDigits) return std::nullopt;
+  const std::string_view digits = key.substr(prefix.size(), kDsidDigits);
+  unsigned int dsid = 0;
+  const char* const end = digits.data() + digits.size();
+  const auto [stop, failure] = std::from_chars(digits.data(), end, dsid);
+  if (failure != std::errc() || stop != end) return std::nullopt;
+  return dsid;
 }
 
 std::string eventValue(const std::string& member, const std::string& text) {

@@ -34,12 +34,18 @@ class EtcdKeys {
   std::string lastToken(const std::string& producer) const;
   std::string copied(const std::string& member, unsigned long id) const;
 
+  // What all keys of the queue begin with.
+  const std::string& prefix() const { return m_prefix; }
+
  private:
   std::string m_prefix;
 };
 
 // The key that follows this one with nothing between them: makes an inclusive end of a range.
 std::string successor(const std::string& key);
+
+// The first key behind all that begin with `prefix`, which ends in a character below 0xff.
+std::string behindPrefix(const std::string& prefix);
 
 std::string padded(unsigned long number);
 
@@ -48,6 +54,9 @@ std::optional<unsigned long> parsePadded(std::string_view text);
 
 // The id at the end of a key.
 std::optional<unsigned long> idOfKey(std::string_view key);
+
+// The data selection of a key of this queue.
+std::optional<unsigned int> dsidOfKey(const std::string& queue, std::string_view key);
 
 std::string eventValue(const std::string& member, const std::string& text);
 

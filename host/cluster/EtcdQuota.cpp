@@ -1,103 +1,43 @@
 #include "host/cluster/EtcdQuota.h"
 
-#include <openssl/bio.h>
-#include <openssl/ssl.h>
-#include <openssl/x509v3.h>
+#include <curl/curl.h>
 
-#include <array>
-#include <csignal>
 #include <cstdlib>
-#include <ctime>
 #include <memory>
 
 namespace EventSystemHost {
 namespace {
 
-constexpr int kPatience = 2;            // seconds
-constexpr int kNap = 10;                // milliseconds between two looks at the connection
+constexpr long kPatience = 2000;        // milliseconds
 constexpr std::size_t kMost = 4 << 20;  // bytes of an answer
 
-using Bio = std::unique_ptr<BIO, decltype(&BIO_free_all)>;
-using Context = std::unique_ptr<SSL_CTX, decltype(&SSL_CTX_free)>;
+using Transfer = std::unique_ptr<CURL, decltype(&curl_easy_cleanup)>;
+using Texts = std::unique_ptr<curl_slist, decltype(&curl_slist_free_all)>;
 
-// A write to a connection that the other side has closed must fail, not end the process.
-class NoBrokenPipeSignal {
- public:
-  NoBrokenPipeSignal() {
-    sigemptyset(&m_pipe);
-    sigaddset(&m_pipe, SIGPIPE);
-    pthread_sigmask(SIG_BLOCK, &m_pipe, &m_before);
-  }
-  ~NoBrokenPipeSignal() {
-    const timespec atOnce{0, 0};
-    if (sigismember(&m_before, SIGPIPE) == 0) sigtimedwait(&m_pipe, nullptr, &atOnce);
-    pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
-  }
-
-  NoBrokenPipeSignal(const NoBrokenPipeSignal&) = delete;
-  NoBrokenPipeSignal& operator=(const NoBrokenPipeSignal&) = delete;
-
- private:
-  sigset_t m_pipe{};
-  sigset_t m_before{};
-};
-
-Context makeContext(const ClusterConfiguration& configuration) {
-  Context context(SSL_CTX_new(TLS_client_method()), &SSL_CTX_free);
-  if (!context) return context;
-  SSL_CTX_set_verify(context.get(), SSL_VERIFY_PEER, nullptr);
-  SSL_CTX_load_verify_locations(context.get(), configuration.trustedCertificatesFile.c_str(),
-                                nullptr);
-  if (!configuration.certificateFile.empty()) {
-    SSL_CTX_use_certificate_chain_file(context.get(), configuration.certificateFile.c_str());
-    SSL_CTX_use_PrivateKey_file(context.get(), configuration.keyFile.c_str(), SSL_FILETYPE_PEM);
-  }
-  return context;
+Transfer makeTransfer() {
+  static const CURLcode initialized = curl_global_init(CURL_GLOBAL_DEFAULT);
+  return {initialized == CURLE_OK ? curl_easy_init() : nullptr, &curl_easy_cleanup};
 }
 
-// The certificate must be for this name or address.
-void expectName(BIO* bio, const std::string& name) {
-  SSL* ssl = nullptr;
-  BIO_get_ssl(bio, &ssl);
-  if (ssl == nullptr) return;
-  X509_VERIFY_PARAM* const expected = SSL_get0_param(ssl);
-  if (X509_VERIFY_PARAM_set1_ip_asc(expected, name.c_str()) == 1) return;
-  X509_VERIFY_PARAM_set1_host(expected, name.c_str(), name.size());
-  SSL_set_tlsext_host_name(ssl, name.c_str());
+std::size_t append(const char* data, std::size_t size, std::size_t count, void* answer) noexcept {
+  std::string& text = *static_cast<std::string*>(answer);
+  if (text.size() + size * count > kMost) return 0;  // ends the transfer
+  text.append(data, size * count);
+  return size * count;
 }
 
-std::string hostOf(const std::string& endpoint) {
-  const std::string host = endpoint.substr(0, endpoint.rfind(':'));
-  return host.front() == '[' ? host.substr(1, host.size() - 2) : host;
+void trust(CURL* transfer, const ClusterConfiguration& configuration) {
+  curl_easy_setopt(transfer, CURLOPT_CAINFO, configuration.trustedCertificatesFile.c_str());
+  curl_easy_setopt(transfer, CURLOPT_CAPATH, nullptr);
+  if (configuration.certificateFile.empty()) return;
+  curl_easy_setopt(transfer, CURLOPT_SSLCERT, configuration.certificateFile.c_str());
+  curl_easy_setopt(transfer, CURLOPT_SSLKEY, configuration.keyFile.c_str());
 }
 
-Bio makeConnection(const ClusterConfiguration& configuration, SSL_CTX* context,
-                   const std::string& endpoint) {
-  if (context == nullptr) return Bio(BIO_new_connect(endpoint.c_str()), &BIO_free_all);
-  Bio bio(BIO_new_ssl_connect(context), &BIO_free_all);
-  if (!bio) return bio;
-  BIO_set_conn_hostname(bio.get(), endpoint.c_str());
-  expectName(bio.get(),
-             configuration.serverName.empty() ? hostOf(endpoint) : configuration.serverName);
-  return bio;
-}
-
-std::string exchange(BIO* bio, const std::string& request) {
-  std::string answer;
-  const std::time_t end = std::time(nullptr) + kPatience;
-  BIO_set_nbio(bio, 1);
-  if (BIO_do_connect_retry(bio, kPatience, kNap) != 1) return answer;
-  if (BIO_write(bio, request.data(), static_cast<int>(request.size())) <= 0) return answer;
-  std::array<char, 16384> buffer{};
-  while (answer.size() < kMost && std::time(nullptr) <= end) {
-    const int size = BIO_read(bio, buffer.data(), static_cast<int>(buffer.size()));
-    if (size > 0) {
-      answer.append(buffer.data(), static_cast<std::size_t>(size));
-    } else if (!BIO_should_retry(bio) || BIO_wait(bio, end, kNap) != 1) {
-      break;
-    }
-  }
-  return answer;
+// The name that the member's certificate must carry, with the endpoint's port.
+std::string authority(const ClusterConfiguration& configuration, const std::string& endpoint) {
+  if (configuration.serverName.empty()) return endpoint;
+  return configuration.serverName + endpoint.substr(endpoint.rfind(':'));
 }
 
 }  // namespace
@@ -111,14 +51,24 @@ std::int64_t quotaIn(const std::string& metrics) {
 }
 
 std::int64_t readQuota(const ClusterConfiguration& configuration, const std::string& endpoint) {
+  const Transfer transfer = makeTransfer();
+  if (!transfer) return 0;
   const bool tls = !configuration.trustedCertificatesFile.empty();
-  const Context context = tls ? makeContext(configuration) : Context(nullptr, &SSL_CTX_free);
-  if (tls && !context) return 0;
-  const NoBrokenPipeSignal noSignal;
-  const Bio bio = makeConnection(configuration, context.get(), endpoint);
-  if (!bio) return 0;
-  // HTTP/1.0: the answer comes in one piece and ends with the connection.
-  return quotaIn(exchange(bio.get(), "GET /metrics HTTP/1.0\r\nHost: " + endpoint + "\r\n\r\n"));
+  const std::string url =
+      (tls ? "https://" + authority(configuration, endpoint) : "http://" + endpoint) + "/metrics";
+  // Whatever the URL calls the member, the endpoint is where it is.
+  const Texts place(curl_slist_append(nullptr, ("::" + endpoint).c_str()), &curl_slist_free_all);
+  std::string answer;
+  curl_easy_setopt(transfer.get(), CURLOPT_URL, url.c_str());
+  curl_easy_setopt(transfer.get(), CURLOPT_CONNECT_TO, place.get());
+  curl_easy_setopt(transfer.get(), CURLOPT_PROXY, "");
+  curl_easy_setopt(transfer.get(), CURLOPT_NOSIGNAL, 1L);
+  curl_easy_setopt(transfer.get(), CURLOPT_TIMEOUT_MS, kPatience);
+  curl_easy_setopt(transfer.get(), CURLOPT_WRITEFUNCTION, &append);
+  curl_easy_setopt(transfer.get(), CURLOPT_WRITEDATA, &answer);
+  if (tls) trust(transfer.get(), configuration);
+  if (curl_easy_perform(transfer.get()) != CURLE_OK) return 0;
+  return quotaIn(answer);
 }
 
 }  // namespace EventSystemHost

@@ -6,12 +6,16 @@ namespace EventSystemHost {
 
 std::size_t MemberChoice::next() {
   const std::lock_guard lock(m_mutex);
-  const std::size_t count = m_avoided.size();
-  for (std::size_t step = 1; step <= count; ++step) {
-    const std::size_t member = (m_last + step) % count;
-    if (!m_avoided[member]) return m_last = member;
+  for (std::size_t passed = 0; passed < m_avoided.size(); ++passed) {
+    advance();
+    if (!m_avoided[m_last]) return m_last;
   }
-  return m_last = (m_last + 1) % count;
+  advance();
+  return m_last;
+}
+
+void MemberChoice::advance() {
+  m_last = m_last + 1 < m_avoided.size() ? m_last + 1 : 0;
 }
 
 void MemberChoice::avoid(std::size_t member) {

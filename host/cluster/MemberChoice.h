@@ -26,6 +26,8 @@ class MemberChoice {
   bool allAvoided() const;
 
  private:
+  void advance();
+
   mutable std::mutex m_mutex;
   std::vector<bool> m_avoided;
   std::size_t m_last = 0;

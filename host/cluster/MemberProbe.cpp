@@ -72,10 +72,12 @@ std::string nameOf(const etcdserverpb::MemberListResponse& list, std::uint64_t m
 std::vector<ClusterMember> probeMembers(const ClusterConfiguration& configuration) {
   const GrpcLog grpcLog;
   std::vector<std::future<ClusterMember>> probes;
+  probes.reserve(configuration.endpoints.size());
   for (const std::string& endpoint : configuration.endpoints) {
     probes.push_back(std::async(std::launch::async, probe, configuration, endpoint));
   }
   std::vector<ClusterMember> members;
+  members.reserve(probes.size());
   for (auto& each : probes) members.push_back(each.get());
   return members;
 }

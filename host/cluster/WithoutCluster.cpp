@@ -5,7 +5,9 @@
 
 #include "EventSystem/platform/ClusterAPI.h"
 #include "EventSystem/platform/HostLog.h"
+#include "host/cluster/ClusterReader.h"
 #include "host/cluster/ClusterService.h"
+#include "host/cluster/LastCall.h"
 
 namespace {
 
@@ -37,10 +39,56 @@ unsigned int ClusterAPI::deleteEventById(const std::string&, unsigned long, unsi
 
 namespace EventSystemHost {
 
+namespace {
+
+constexpr const char* kMissing = "cluster_mode is 1, but this build has no cluster service";
+
+}  // namespace
+
 void startCluster(const ClusterConfiguration&) {
-  throw std::runtime_error("cluster_mode is 1, but this build has no cluster service");
+  throw std::runtime_error(kMissing);
 }
 
 void stopCluster() {}
+
+const ClusterCall& lastClusterCall() {
+  static const ClusterCall none{0, kMissing};
+  return none;
+}
+
+struct ClusterReader::Parts {};
+
+ClusterReader::ClusterReader(const ClusterConfiguration& configuration, const std::string& queue)
+    : m_configuration(configuration), m_queue(queue) {}
+
+ClusterReader::~ClusterReader() = default;
+
+void ClusterReader::forEach(unsigned int, unsigned long, const Visitor&) {
+  throw ClusterError(kMissing);
+}
+
+std::optional<ClusterEvent> ClusterReader::find(unsigned long, unsigned int) {
+  throw ClusterError(kMissing);
+}
+
+unsigned long ClusterReader::highestId(unsigned int) {
+  throw ClusterError(kMissing);
+}
+
+std::vector<unsigned int> ClusterReader::dataSelections() {
+  throw ClusterError(kMissing);
+}
+
+ClusterReport ClusterReader::report() {
+  return {{}, {}, kMissing};
+}
+
+unsigned long ClusterReader::roundTrips() const {
+  return 0;
+}
+
+unsigned int forgetCopies(const std::string&, const std::string&, unsigned long, unsigned int) {
+  return kClusterNotStarted;
+}
 
 }  // namespace EventSystemHost

@@ -103,7 +103,7 @@ void ContentionPause::wait() {
   constexpr int kFreeRounds = 2;
   constexpr int kMostDoublings = 5;
   if (++m_rounds <= kFreeRounds) return;
-  thread_local std::minstd_rand random(std::random_device{}());
+  thread_local std::mt19937 random(std::random_device{}());
   const int longest = 1000 << std::min(m_rounds - kFreeRounds, kMostDoublings);
   std::uniform_int_distribution<int> microseconds(0, longest);
   std::this_thread::sleep_for(std::chrono::microseconds(microseconds(random)));

@@ -53,11 +53,12 @@ void addLog(Uses& uses, const HostConfiguration& configuration) {
   const std::string entry = "[log] file";
   uses.add(configuration.logFile, {"the log", entry});
   const std::filesystem::path directory = resolved(configuration.logFile).parent_path();
-  const std::string stem = configuration.logFile.stem().string();
+  const std::string stem = configuration.logFile.stem().string() + ".";
   const std::string extension = configuration.logFile.extension().string();
   for (std::size_t i = 1; i < configuration.logMaxFiles; ++i) {
-    uses.addResolved(directory / (stem + "." + std::to_string(i) + extension),
-                     {"an older log", entry});
+    std::string name = stem;
+    name.append(std::to_string(i)).append(extension);
+    uses.addResolved(directory / name, {"an older log", entry});
   }
 }
 

@@ -1,0 +1,60 @@
+#include "host/cluster/PageReader.h"
+
+#include <climits>
+
+namespace EventSystemHost {
+namespace {
+
+EtcdResult notOurs(const std::string& key) {
+  return {EtcdFailure::kRefused, "the key " + key + " was not written by this system", false};
+}
+
+// A value that no member has written is an event all the same, for whoever looks for damage.
+EtcdResult addEvent(const etcdserverpb::KeyValue& entry, EventPage& page) {
+  const auto id = idOfKey(entry.key());
+  if (!id) return notOurs(entry.key());
+  const auto value = parseEventValue(entry.value());
+  page.events.push_back(value ? ClusterEvent{*id, value->member, value->text}
+                              : ClusterEvent{*id, "", entry.value()});
+  return {};
+}
+
+EtcdResult takeHighest(const etcdserverpb::RangeResponse& sequence, EventPage& page) {
+  if (sequence.kvs_size() == 0) return {};
+  const auto highest = parsePadded(sequence.kvs(0).value());
+  if (!highest) return notOurs(sequence.kvs(0).key());
+  page.highest = *highest;
+  return {};
+}
+
+}  // namespace
+
+EtcdResult PageReader::read(const EtcdKeys& keys, unsigned long first, unsigned long last,
+                            const Deadline& deadline, EventPage& page) {
+  etcdserverpb::TxnRequest request;
+  etcdserverpb::RangeRequest& events = *request.add_success()->mutable_request_range();
+  events.set_key(keys.event(first));
+  events.set_range_end(successor(keys.event(last)));
+  events.set_limit(kPageEvents);
+  request.add_success()->mutable_request_range()->set_key(keys.sequence());
+
+  page = {};
+  etcdserverpb::TxnResponse answer;
+  EtcdResult result = m_channel.txn(request, answer, deadline);
+  if (!result.ok()) return result;
+  if (answer.responses_size() != 2) return notOurs(keys.sequence());
+  for (const auto& entry : answer.responses(0).response_range().kvs()) {
+    result = addEvent(entry, page);
+    if (!result.ok()) return result;
+  }
+  page.last = page.events.size() < kPageEvents ? last : page.events.back().id;
+  return takeHighest(answer.responses(1).response_range(), page);
+}
+
+unsigned long nextSpan(unsigned long span, std::size_t found) {
+  if (found >= kPageEvents) return kPageEvents;
+  const unsigned long growth = found == 0 ? 16 : found < kPageEvents / 2 ? 2 : 1;
+  return span > ULONG_MAX / growth ? ULONG_MAX : span * growth;
+}
+
+}  // namespace EventSystemHost
