@@ -12,8 +12,8 @@
 #include "apps/eventctl/EventLimits.h"
 #include "apps/eventctl/EventView.h"
 #include "apps/eventctl/Output.h"
-#include "apps/eventctl/QueueReader.h"
 #include "apps/eventctl/Session.h"
+#include "apps/eventctl/StoredForm.h"
 
 namespace EventCtl {
 namespace {
@@ -49,36 +49,34 @@ void fillDefaults(const EventKind& kind, FieldTexts& texts) {
                        session.limitsFile());
   }
   throw CommandError("the event was not stored (result " + std::to_string(result) + "); " +
-                     session.seeLog());
+                     session.whyFailed());
 }
 
-void printAdded(const GlobalOptions& options, EventSystem::Event& event) {
+void printAdded(const GlobalOptions& options, EventSystem::Event& event, unsigned long id) {
   Output& output = standardOutput();
   if (options.json) {
-    output.line(jsonLine(jsonOf(viewOf(event, options.dsid))));
+    // The event itself does not know the id that the cluster service gave it.
+    const auto stored = parseEvent(withId(eventStringOf(event), id));
+    output.line(jsonLine(jsonOf(viewOf(*stored, options.dsid))));
   } else {
-    output.line(std::to_string(event.getId()));
+    output.line(std::to_string(id));
   }
   output.flush();
 }
 
 int runAdd(const GlobalOptions& options, const EventKind& kind, const FieldTexts& texts) {
   const auto event = kind.build(texts);
-  const std::string obvious = whyNotStorable(*event, options.dsid, 1);
-  if (!obvious.empty()) throw CommandError("the event was refused: " + obvious);
-
   QueueSession session(options);
-  const unsigned long id = session.expectedId(options.dsid);
-  const std::string problem = whyNotStorable(*event, options.dsid, id);
+  const std::string problem = whyNotStorable(*event, session.destination(options.dsid));
   if (!problem.empty()) throw CommandError("the event was refused: " + problem);
-  const int result = session.manager().newEvent(event.get(), options.dsid);
+  unsigned long id = 0;
+  const int result = session.store(*event, options.dsid, id);
   if (result != 0) refused(session, result, queueName(options.dsid));
   session.makeDurable();
   try {
-    printAdded(options, *event);
+    printAdded(options, *event, id);
   } catch (const OutputError& error) {
-    throw CommandError("event " + std::to_string(event->getId()) + " was stored in " +
-                       queueName(options.dsid) +
+    throw CommandError("event " + std::to_string(id) + " was stored in " + queueName(options.dsid) +
                        ", but its id could not be printed: " + error.what());
   }
   return kDone;
@@ -99,7 +97,7 @@ void defineField(CLI::App& command, const Field& field, const std::shared_ptr<Fi
 
 void defineKind(CLI::App& add, CommandLine& line, const EventKind& kind) {
   const std::string example = std::string("add ") + kind.name + " " + kind.example;
-  CLI::App* const command = defineCommand(add, kind.name, kind.summary, example.c_str());
+  CLI::App* const command = defineCommand(add, kind.name, kind.summary, example);
   const auto texts = std::make_shared<FieldTexts>();
   for (const Field& field : kind.fields) defineField(*command, field, texts);
   command->callback([&line, &kind, texts] {

@@ -10,11 +10,11 @@
 #include "EventSystem/platform/HostConfig.h"
 #include "apps/eventctl/CommandError.h"
 #include "apps/eventctl/Commands.h"
+#include "apps/eventctl/DatabaseQueueReader.h"
 #include "apps/eventctl/Display.h"
 #include "apps/eventctl/EventView.h"
 #include "apps/eventctl/LogCapture.h"
 #include "apps/eventctl/Output.h"
-#include "apps/eventctl/QueueReader.h"
 #include "apps/eventctl/Session.h"
 
 namespace EventCtl {
@@ -41,6 +41,7 @@ class Check {
     options.logLevel = EventSystemHost::LogLevel::kWarning;
     {
       QueueSession session(openHost(options, m_global.wait));
+      m_clustered = session.isClustered();
       if (m_fix) repair(session);
       note(m_log.take());
       inspect(session);
@@ -55,9 +56,9 @@ class Check {
   // Reading an event string that cannot be read removes its row; a check alone only counts it.
   void repair(QueueSession& session) {
     require(session.manager().checkConsistency(true));
-    if (session.host().configuration().clusterMode) return;
+    if (m_clustered) return;
     std::set<unsigned int> queues = {0};
-    QueueReader().forEachOfDataSelections([&](const EventView& event) {
+    DatabaseQueueReader().forEachOfDataSelections([&](const EventView& event) {
       if (QMDSIDValidate(event.dsid) != 0) queues.insert(event.dsid);
       return true;
     });
@@ -69,19 +70,33 @@ class Check {
 
   void inspect(QueueSession& session) {
     require(session.manager().checkConsistency(false));
-    if (!session.host().configuration().clusterMode) readEverything();
+    const std::vector<LogLine> unreadable = readEverything();
     const auto lines = m_log.take();
     for (const LogLine& line : lines) m_remaining += countOfSummary(line);
     note(lines);
+    // The check of the cluster stores is not about the database.
+    if (!m_clustered) return;
+    m_remaining += static_cast<int>(unreadable.size());
+    note(unreadable);
   }
 
   // The manager reads no more of the tables than it needs; damage shows where something is read.
-  static void readEverything() {
-    const QueueReader reader;
-    reader.forEach(0, [](const EventView&) { return true; });
-    reader.forEachOfDataSelections([](const EventView&) { return true; });
-    for (const DataSelection& selection : reader.dataSelections()) reader.highestId(selection.id);
+  // What is wrong with single rows is returned.
+  static std::vector<LogLine> readEverything() {
+    const DatabaseQueueReader reader;
+    std::vector<LogLine> found;
+    const auto look = [&](const EventView& event) {
+      if (event.problem.empty()) return true;
+      found.push_back({"error", 4,
+                       "event " + std::to_string(event.id) + " in the database's rows of " +
+                           queueName(event.dsid) + ": " + event.problem});
+      return true;
+    };
+    reader.forEach(0, 0, look);
+    reader.forEachOfDataSelections(look);
+    for (const DataSelection& selection : dataSelections()) reader.highestId(selection.id);
     reader.highestId(0);
+    return found;
   }
 
   void require(int result) {
@@ -117,6 +132,7 @@ class Check {
     }
     nlohmann::ordered_json object = {
         {"fix", m_fix}, {"findings", findings}, {"remaining", m_remaining}};
+    if (m_clustered) object["checked"] = "database";
     if (const std::string damage = damageMet(); !damage.empty()) object["damage"] = damage;
     standardOutput().line(jsonLine(object));
   }
@@ -133,14 +149,23 @@ class Check {
         output.line(std::string(kIndent, ' ') + part);
       }
     }
+    if (m_clustered) {
+      output.line(
+          "The queues are at the cluster service and need no check. Of the database, their");
+      output.line("fall-back copy:");
+    }
     output.line(verdict());
   }
 
   std::string verdict() const {
     if (!damageMet().empty()) return "The database is damaged, and cannot be repaired here.";
     if (m_remaining > 0) {
-      return std::to_string(m_remaining) + " found and not repaired" +
-             (m_fix ? "." : "; eventctl check --fix repairs what can be repaired.");
+      const char* const advice =
+          m_clustered
+              ? "; with cluster_mode = 0, eventctl check --fix repairs what can be repaired."
+          : m_fix ? "."
+                  : "; eventctl check --fix repairs what can be repaired.";
+      return std::to_string(m_remaining) + " found and not repaired" + advice;
     }
     return m_findings.empty() ? "No problems found." : "Repaired; no problems remain.";
   }
@@ -150,6 +175,7 @@ class Check {
   LogCapture m_log;
   std::vector<LogLine> m_findings;
   int m_remaining = 0;
+  bool m_clustered = false;
 };
 
 }  // namespace
@@ -161,7 +187,9 @@ void defineCheck(CLI::App& app, CommandLine& line) {
       "Opening the queues for writing, which every check does, already files events\n"
       "under the right id again. --fix also removes rows whose event string cannot be\n"
       "read, and prints them. What is found is printed instead of logged. Status 1 when\n"
-      "a problem remains. A database that is itself damaged cannot be repaired here.");
+      "a problem remains. A database that is itself damaged cannot be repaired here.\n\n"
+      "In cluster mode the queues at the service need no check, and --fix changes\n"
+      "nothing there; what is said is about the database, their fall-back copy.");
   const auto fix = std::make_shared<bool>(false);
   command->add_flag("--fix", *fix, "repair what can be repaired");
   command->callback(

@@ -11,6 +11,7 @@
 #include "EventSystem/platform/OrbDB.h"
 #include "apps/eventctl/CommandError.h"
 #include "apps/eventctl/Commands.h"
+#include "apps/eventctl/DatabaseQueueReader.h"
 #include "apps/eventctl/Display.h"
 #include "apps/eventctl/EventView.h"
 #include "apps/eventctl/NumberOption.h"
@@ -93,10 +94,31 @@ int runAdd(const GlobalOptions& global, const NewSelection& selection) {
   return kDone;
 }
 
-unsigned long eventsOf(unsigned int dsid) {
+unsigned long eventsOf(const QueueReader& reader, unsigned int dsid) {
   unsigned long count = 0;
-  QueueReader().forEach(dsid, [&](const EventView&) { return ++count > 0; });
+  reader.forEach(dsid, 0, [&](const EventView&) { return ++count > 0; });
   return count;
+}
+
+[[noreturn]] void stillHolds(unsigned int dsid, unsigned long count, const std::string& advice) {
+  throw CommandError("data selection " + std::to_string(dsid) + " still holds " +
+                     displayCount(count) + (count == 1 ? " event" : " events") + advice);
+}
+
+// The next id of all data selections is found from the events of those that exist; at the cluster
+// service, nobody would find the events of one that does not.
+void requireEmpty(const Host& host, unsigned int dsid) {
+  if (const unsigned long count = eventsOf(*readerOf(host), dsid); count > 0) {
+    stillHolds(dsid, count,
+               count == 1 ? "; consume or delete it first" : "; consume or delete them first");
+  }
+  if (host.cluster() == nullptr) return;
+  if (const unsigned long count = eventsOf(DatabaseQueueReader(), dsid); count > 0) {
+    stillHolds(
+        dsid, count,
+        " in the database, from before cluster mode; consume them with cluster_mode = 0 in " +
+            host.configuration().hostFile.string());
+  }
 }
 
 int runRemove(const GlobalOptions& global, unsigned int dsid) {
@@ -106,12 +128,7 @@ int runRemove(const GlobalOptions& global, unsigned int dsid) {
   if (table.readRecord(id.c_str()) != 0) {
     throw CommandError("data selection " + id + " does not exist");
   }
-  // The next id of all data selections is found from the events of those that exist.
-  if (const unsigned long count = eventsOf(dsid); count > 0) {
-    throw CommandError("data selection " + id + " still holds " + displayCount(count) +
-                       (count == 1 ? " event; consume or delete it first"
-                                   : " events; consume or delete them first"));
-  }
+  requireEmpty(*host, dsid);
   if (table.deleteRecord(id.c_str()) != 0) {
     throw CommandError("data selection " + id + " could not be removed");
   }
@@ -121,9 +138,10 @@ int runRemove(const GlobalOptions& global, unsigned int dsid) {
 }
 
 int runShowAll(const GlobalOptions& global) {
-  const auto host = openHost(hostOptions(global, Access::kReadOnly), global.wait);
+  const auto host = openReader(global);
+  const auto reader = readerOf(*host);
   Output& output = standardOutput();
-  const auto selections = QueueReader().dataSelections();
+  const auto selections = dataSelections();
   Table table(output,
               {{"id", 10, Align::kRight, Style::kBold},
                {"type", 6, Align::kRight},
@@ -131,7 +149,7 @@ int runShowAll(const GlobalOptions& global) {
                {"name", 0}},
               Overflow::kCut);
   for (const DataSelection& selection : selections) {
-    const unsigned long count = eventsOf(selection.id);
+    const unsigned long count = eventsOf(*reader, selection.id);
     if (global.json) {
       output.line(jsonLine({{"id", selection.id},
                             {"type", selection.type},

@@ -17,8 +17,13 @@ namespace {
 
 using Ids = std::vector<unsigned long>;
 
-bool isThere(QueueSession& session, unsigned long id, unsigned int dsid) {
-  return session.host().configuration().clusterMode || QueueReader().find(id, dsid).has_value();
+// A session is content with the service's word that it has deleted an event. This command looks.
+void removeForSure(QueueSession& session, const QueueReader& reader, unsigned long id,
+                   unsigned int dsid) {
+  session.remove(id, dsid);
+  if (!reader.find(id, dsid)) return;
+  throw CommandError("event " + std::to_string(id) + " is still in " + queueName(dsid) +
+                     " after it was deleted");
 }
 
 void printDeleted(const GlobalOptions& global, unsigned long id) {
@@ -32,14 +37,15 @@ void printDeleted(const GlobalOptions& global, unsigned long id) {
 
 int runDelete(const GlobalOptions& global, const Ids& ids) {
   QueueSession session(global);
+  const auto reader = readerOf(session.host());
   int status = kDone;
   for (const unsigned long id : ids) {
-    if (!isThere(session, id, global.dsid)) {
+    if (!reader->find(id, global.dsid)) {
       complain("there is no event " + std::to_string(id) + " in " + queueName(global.dsid));
       status = kFailed;
       continue;
     }
-    session.remove(id, global.dsid);
+    removeForSure(session, *reader, id, global.dsid);
     printDeleted(global, id);
   }
   session.makeDurable();

@@ -1,10 +1,6 @@
 // `eventctl demo`: a tour of the system. Every step is a process of its own, as on a server, and
 // what each one leaves is compared with what it should.
 
-#include <algorithm>
-#include <array>
-#include <chrono>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -13,25 +9,30 @@
 #include <system_error>
 #include <vector>
 
-#include "apps/eventctl/ChildProcess.h"
 #include "apps/eventctl/CommandError.h"
 #include "apps/eventctl/Commands.h"
+#include "apps/eventctl/DemoCluster.h"
 #include "apps/eventctl/DemoDamage.h"
+#include "apps/eventctl/DemoStage.h"
 #include "apps/eventctl/Display.h"
 #include "apps/eventctl/Numbers.h"
-#include "apps/eventctl/Output.h"
 #include "apps/eventctl/StopSignals.h"
-#include "apps/eventctl/Table.h"
 #include "apps/eventctl/TemporaryDirectory.h"
 
 namespace EventCtl {
 namespace {
 
 namespace fs = std::filesystem;
-using Arguments = std::vector<std::string>;
+using Arguments = DemoStage::Arguments;
 using nlohmann::json;
 
 constexpr const char* kHome = "demo";
+
+Arguments inHome(const Arguments& arguments) {
+  Arguments command = {"--home", kHome};
+  command.insert(command.end(), arguments.begin(), arguments.end());
+  return command;
+}
 
 // The events that are installed with the program, or lie beside its source.
 fs::path dayEvents() {
@@ -68,15 +69,15 @@ class Demo {
   }
 
   int run() {
-    say("A tour of the event queues. Each command below runs as a process of its own, in " +
-        m_directory.path().string() + ", which is removed at the end.");
+    m_stage.say("A tour of the event queues. Each command below runs as a process of its own, in " +
+                m_directory.path().string() + ", which is removed at the end.");
     importDay();
     lookAtQueue();
     consumeSome();
     restart();
     importAuditRecords();
     repairDamage();
-    return finish();
+    return m_stage.finish();
   }
 
  private:
@@ -86,28 +87,22 @@ class Demo {
   void restart();
   void importAuditRecords();
   void repairDamage();
-  int finish();
-
-  void heading(const std::string& text);
-  void say(const std::string& text);
-  void note(bool good, const std::string& text);
-  void echo(const std::string& line);
-  Arguments show(const Arguments& arguments, int status = kDone);
+  // Runs a command in the tour's home, in sight.
+  Arguments show(const Arguments& arguments, int status = kDone) {
+    return m_stage.show(inHome(arguments), status);
+  }
   Figures figures();
   std::vector<unsigned long> idsAfter(unsigned long id);
 
-  Output& m_output = standardOutput();
   StopSignals m_stop;
   TemporaryDirectory m_directory;
-  std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
-  unsigned int m_steps = 0;
-  unsigned int m_good = 0;
-  unsigned int m_bad = 0;
+  DemoStage m_stage{m_stop, m_directory.path()};
 };
 
 void Demo::importDay() {
-  heading("A day of a server arrives");
-  say("Every event is one line of text. Most go to the global queue, some to the queues of "
+  m_stage.heading("A day of a server arrives");
+  m_stage.say(
+      "Every event is one line of text. Most go to the global queue, some to the queues of "
       "data selections 4 and 7. A few lines of the file are damaged: each is named and left "
       "out, the others go in, and the exit status is 1.");
   show({"dataselection", "add", "4", "--name", "mail servers"});
@@ -118,160 +113,91 @@ void Demo::importDay() {
   if (!summary.is_object()) throw CommandError("the import gave no summary");
   const auto imported = summary["imported"].get<unsigned long>();
   const auto refused = summary["refused"].get<unsigned long>();
-  note(imported > 0 && imported + refused == lines,
-       displayCount(lines) + " event lines: " + displayCount(imported) + " imported, " +
-           displayCount(refused) + " refused, none overlooked");
-  note(figures().count == imported, "the queues hold " + displayCount(imported) + " events");
+  m_stage.note(imported > 0 && imported + refused == lines,
+               displayCount(lines) + " event lines: " + displayCount(imported) + " imported, " +
+                   displayCount(refused) + " refused, none overlooked");
+  m_stage.note(figures().count == imported,
+               "the queues hold " + displayCount(imported) + " events");
 }
 
 void Demo::lookAtQueue() {
-  heading("Looking without touching");
-  say("list, show and stats only read, also beside a running writer.");
+  m_stage.heading("Looking without touching");
+  m_stage.say("list, show and stats only read, also beside a running writer.");
   const unsigned long before = figures().count;
   show({"list", "--limit", "6"});
   show({"list", "--dsid", "4", "--type", "capacity", "--limit", "2"});
   show({"show", "1"});
   show({"stats"});
-  note(figures().count == before, "still " + displayCount(before) + " events");
+  m_stage.note(figures().count == before, "still " + displayCount(before) + " events");
 }
 
 void Demo::consumeSome() {
-  heading("A consumer takes events in the order of their ids");
-  say("Each event is deleted after it was printed, never before.");
+  m_stage.heading("A consumer takes events in the order of their ids");
+  m_stage.say("Each event is deleted after it was printed, never before.");
   const Figures before = figures();
   show({"consume", "--limit", "4"});
   show({"consume", "--dsid", "4", "--limit", "1", "--json"});
   const Figures after = figures();
-  note(after.global + 4 == before.global && after.count + 5 == before.count,
-       "5 events are gone, " + displayCount(after.count) + " are left");
+  m_stage.note(after.global + 4 == before.global && after.count + 5 == before.count,
+               "5 events are gone, " + displayCount(after.count) + " are left");
 }
 
 void Demo::restart() {
-  heading("Ids only grow, whatever is deleted and restarted");
+  m_stage.heading("Ids only grow, whatever is deleted and restarted");
   const Figures before = figures();
   const Arguments added = show({"add", "serverstatus", "--server", "node1", "--state", "2"});
   const auto id = parseNumber<unsigned long>(added.empty() ? "" : added.back()).value_or(0);
-  note(id == before.highestId + 1,
-       "the new event follows the highest id so far, " + std::to_string(before.highestId));
+  m_stage.note(id == before.highestId + 1,
+               "the new event follows the highest id so far, " + std::to_string(before.highestId));
   show({"delete", std::to_string(id)});
   const Arguments again = show({"add", "serverstatus", "--server", "node1", "--state", "0"});
   const auto later = parseNumber<unsigned long>(again.empty() ? "" : again.back()).value_or(0);
-  note(later == id + 1, "the deleted id " + std::to_string(id) + " was not given again");
-  note(figures().count == before.count + 1, "nothing else was lost or added");
+  m_stage.note(later == id + 1, "the deleted id " + std::to_string(id) + " was not given again");
+  m_stage.note(figures().count == before.count + 1, "nothing else was lost or added");
 }
 
 void Demo::importAuditRecords() {
-  heading("Audit records of other services are taken in");
-  say("A service that cannot reach the queue leaves its records in audit/audit.db. The next "
+  m_stage.heading("Audit records of other services are taken in");
+  m_stage.say(
+      "A service that cannot reach the queue leaves its records in audit/audit.db. The next "
       "process that opens the queue moves them into it.");
   const Figures before = figures();
   writeAuditDatabase(
       m_directory.path() / kHome / "audit" / "audit.db",
       {"user admin logged in", "policy gold changed by admin", "restore of client 42 started"});
-  say("(three records written to demo/audit/audit.db)");
+  m_stage.say("(three records written to demo/audit/audit.db)");
   const std::string after = std::to_string(before.highestId);
   show({"next", "--after", after});
   show({"list", "--type", "audit", "--after", after});
-  note(figures().count == before.count + 3, "3 audit events came in");
+  m_stage.note(figures().count == before.count + 3, "3 audit events came in");
 }
 
 void Demo::repairDamage() {
-  heading("Damage is found and repaired");
+  m_stage.heading("Damage is found and repaired");
   const auto ids = idsAfter(0);
   if (ids.size() < 3) throw CommandError("too few events are left to damage some");
   const Figures before = figures();
   const fs::path database = m_directory.path() / kHome / "events.db";
   misfileEvent(database, ids[0], 1);
   breakEventString(database, ids[1]);
-  say("With plain SQLite, the row of event " + std::to_string(ids[0]) +
-      " was filed under another event id, and the text of event " + std::to_string(ids[1]) +
-      " was cut short.");
+  m_stage.say("With plain SQLite, the row of event " + std::to_string(ids[0]) +
+              " was filed under another event id, and the text of event " + std::to_string(ids[1]) +
+              " was cut short.");
   show({"list", "--limit", "3"});
-  note(figures().damaged == 2, "2 damaged rows are seen");
+  m_stage.note(figures().damaged == 2, "2 damaged rows are seen");
   show({"check", "--fix"});
   const Figures after = figures();
-  note(after.damaged == 0 && after.count + 1 == before.count,
-       "no damage is left; only the unreadable row was given up");
+  m_stage.note(after.damaged == 0 && after.count + 1 == before.count,
+               "no damage is left; only the unreadable row was given up");
   const auto refiled = idsAfter(before.highestId);
-  note(refiled.size() == 1,
-       "the misfiled event has the new id " + (refiled.empty() ? "?" : std::to_string(refiled[0])));
+  m_stage.note(refiled.size() == 1, "the misfiled event has the new id " +
+                                        (refiled.empty() ? "?" : std::to_string(refiled[0])));
   show({"check"});
 }
 
-int Demo::finish() {
-  heading("Done");
-  const auto seconds =
-      std::chrono::duration<double>(std::chrono::steady_clock::now() - m_start).count();
-  std::array<char, 32> time{};
-  std::snprintf(time.data(), time.size(), "%.1f", seconds);
-  say(displayCount(m_good) + " of " + displayCount(m_good + m_bad) + " checks passed, in " +
-      time.data() + " seconds. eventctl --help lists the commands.");
-  return m_bad == 0 ? kDone : kFailed;
-}
-
-void Demo::heading(const std::string& text) {
-  m_output.line("");
-  m_output.line(styled(m_output, Style::kBold, std::to_string(++m_steps) + ". " + text));
-}
-
-void Demo::say(const std::string& text) {
-  for (const std::string& line :
-       wrapToWidth(displayText(text), std::min<std::size_t>(m_output.columns(), 78))) {
-    m_output.line(line);
-  }
-}
-
-void Demo::note(bool good, const std::string& text) {
-  ++(good ? m_good : m_bad);
-  const std::string mark =
-      good ? styled(m_output, Style::kGreen, "[ok]") : styled(m_output, Style::kRed, "[FAILED]");
-  m_output.line(mark + " " + text);
-  m_output.flush();
-}
-
-// Complaints and JSON are as long as they need to be; everything else fits already.
-void Demo::echo(const std::string& line) {
-  const bool folded = line.starts_with("eventctl: ") || line.starts_with("{");
-  if (!folded) return m_output.line(line);
-  std::string before;
-  for (const std::string& part : wrapToWidth(line, m_output.columns() - 4)) {
-    m_output.line(before + part);
-    before = "    ";
-  }
-}
-
-// Runs a command in sight. Returns the lines it printed. `status` -1: 0 and 1 are both fine.
-Arguments Demo::show(const Arguments& arguments, int status) {
-  std::string shown = "$ eventctl --home " + std::string(kHome);
-  Arguments command = {"--home", kHome};
-  for (const std::string& argument : arguments) {
-    const bool plain = argument.find(' ') == std::string::npos;
-    shown += plain ? " " + argument : " '" + argument + "'";
-    command.push_back(argument);
-  }
-  m_output.line(styled(m_output, Style::kBold, shown));
-  m_output.flush();
-  Arguments printed;
-  const int result = runSelf(command, m_directory.path(),
-                             {"COLUMNS=" + std::to_string(m_output.columns()),
-                              m_output.isColoured() ? "CLICOLOR_FORCE=1" : "NO_COLOR=1"},
-                             [&](const std::string& line) {
-                               printed.push_back(line);
-                               echo(line);
-                               m_output.flush();
-                             });
-  if (m_stop.arrived()) throw CommandError("the tour was interrupted");
-  const bool fine = status < 0 ? result == kDone || result == kFailed : result == status;
-  if (!fine) note(false, "the command ended with status " + std::to_string(result));
-  return printed;
-}
-
 Figures Demo::figures() {
-  std::string text;
-  runSelf({"--home", kHome, "stats", "--json"}, m_directory.path(), {},
-          [&](const std::string& line) { text += line; });
-  const json stats = json::parse(text, nullptr, false);
-  if (!stats.is_object()) throw CommandError("the queues could not be counted: " + text);
+  const json stats = m_stage.ask(inHome({"stats", "--json"}));
+  if (!stats.is_object()) throw CommandError("the queues could not be counted");
   Figures figures;
   figures.count = stats["count"].get<unsigned long>();
   for (const json& queue : stats["queues"]) {
@@ -285,32 +211,54 @@ Figures Demo::figures() {
 
 std::vector<unsigned long> Demo::idsAfter(unsigned long id) {
   std::vector<unsigned long> ids;
-  runSelf({"--home", kHome, "list", "--json", "--after", std::to_string(id)}, m_directory.path(),
-          {}, [&](const std::string& line) {
-            const json event = json::parse(line, nullptr, false);
-            if (event.is_object()) ids.push_back(event["id"].get<unsigned long>());
-          });
+  m_stage.run(inHome({"list", "--json", "--after", std::to_string(id)}),
+              [&](const std::string& line) {
+                const json event = json::parse(line, nullptr, false);
+                if (event.is_object()) ids.push_back(event["id"].get<unsigned long>());
+              });
   return ids;
 }
 
-int runDemo(const GlobalOptions& global, const std::string& events) {
-  if (global.json || !global.home.empty() || global.dsid != 0) {
-    throw CommandError(
-        "demo runs in a home of its own and prints for people: call it without "
-        "--home, --dsid and --json");
+struct DemoOptions {
+  std::string events;
+  bool cluster = false;
+  bool keep = false;
+};
+
+int runDemo(const GlobalOptions& global, const DemoOptions& options) {
+  if (global.json || global.dsid != 0) {
+    throw CommandError("demo prints for people: call it without --dsid and --json");
   }
-  return Demo(events.empty() ? dayEvents() : fs::path(events)).run();
+  if (options.cluster && !options.events.empty()) {
+    throw CommandError(
+        "the tour of the cluster mode makes its own events: call it without --events");
+  }
+  if (options.keep && !options.cluster) {
+    throw CommandError("--keep is of the tour of the cluster mode: call it with --cluster");
+  }
+  if (options.cluster) return runDemoCluster({global.home, options.keep});
+  if (!global.home.empty()) {
+    throw CommandError("demo runs in a home of its own: call it without --home");
+  }
+  return Demo(options.events.empty() ? dayEvents() : fs::path(options.events)).run();
 }
 
 }  // namespace
 
 void defineDemo(CLI::App& app, CommandLine& line) {
-  CLI::App* const command =
-      defineCommand(app, "demo", "a tour of the system in a temporary directory", "demo");
-  const auto events = std::make_shared<std::string>();
-  command->add_option("--events", *events, "a file for eventctl import")->type_name("FILE");
+  CLI::App* const command = defineCommand(
+      app, "demo", "a tour of the system in a directory of its own",
+      "demo\n\n"
+      "demo --cluster starts three etcd nodes on this machine and two hosts that\n"
+      "write to them, kills the leader, and proves that no event was lost. It works in\n"
+      "the directory of --home, which must be empty, or else in cluster-tour in the\n"
+      "default home.");
+  const auto options = std::make_shared<DemoOptions>();
+  command->add_option("--events", options->events, "a file for eventctl import")->type_name("FILE");
+  command->add_flag("--cluster", options->cluster, "the tour of the cluster mode");
+  command->add_flag("--keep", options->keep, "keep the directory of the cluster tour");
   command->callback(
-      [&line, events] { line.run = [&line, events] { return runDemo(line.global, *events); }; });
+      [&line, options] { line.run = [&line, options] { return runDemo(line.global, *options); }; });
 }
 
 }  // namespace EventCtl

@@ -16,7 +16,7 @@ namespace EventCtl {
 namespace {
 
 constexpr auto kLatestDate = static_cast<unsigned long>(std::numeric_limits<long>::max());
-constexpr std::size_t kEventStringBytes = 2047;
+constexpr std::size_t kEventStringBytes = 2047;  // of every store
 constexpr std::size_t kRecordBytes = 2047;
 constexpr std::size_t kDataSelectionRecordBytes = 1023;
 
@@ -34,22 +34,29 @@ struct Length {
 
 // The record of a row is id,eventid,type,date,"event string"[,dsid], inner quotes doubled.
 std::size_t recordBytes(EventSystem::Event& event, const std::string& text, std::size_t textBytes,
-                        unsigned int dsid, unsigned long id) {
+                        const Destination& destination) {
   const auto quotes = static_cast<std::size_t>(std::count(text.begin(), text.end(), '"'));
   const std::size_t escaped = textBytes + quotes + 2;
-  const std::size_t numbers = 2 * digits(id) + 1 + digits(event.getDate()) + 4;
+  const std::size_t numbers = 2 * digits(destination.id) + 1 + digits(event.getDate()) + 4;
+  const unsigned int dsid = destination.dsid;
   return numbers + escaped + (isGlobalQueue(dsid) ? 0 : 1 + digits(dsid));
 }
 
-std::string whyTooLong(EventSystem::Event& event, const std::string& text, unsigned int dsid,
-                       unsigned long id) {
-  const std::size_t bytes = text.size() - digits(event.getId()) + digits(id);
-  const std::size_t record = recordBytes(event, text, bytes, dsid, id);
-  const Length ofString = {"its event string", bytes, kEventStringBytes};
-  const Length ofRecord = isGlobalQueue(dsid) ? Length{"its database record", record, kRecordBytes}
-                                              : Length{"its database record in a data selection",
-                                                       record, kDataSelectionRecordBytes};
-  const Length& length = ofRecord.excess() > ofString.excess() ? ofRecord : ofString;
+Length recordLength(EventSystem::Event& event, const std::string& text, std::size_t textBytes,
+                    const Destination& destination) {
+  const std::size_t bytes = recordBytes(event, text, textBytes, destination);
+  if (isGlobalQueue(destination.dsid)) return {"its database record", bytes, kRecordBytes};
+  return {"its database record in a data selection", bytes, kDataSelectionRecordBytes};
+}
+
+std::string whyTooLong(EventSystem::Event& event, const std::string& text,
+                       const Destination& destination) {
+  const std::size_t bytes = text.size() - digits(event.getId()) + digits(destination.id);
+  Length length = {"its event string", bytes, kEventStringBytes};
+  if (destination.isDatabase) {
+    const Length ofRecord = recordLength(event, text, bytes, destination);
+    if (ofRecord.excess() > length.excess()) length = ofRecord;
+  }
   if (length.excess() == 0) return "";
   return std::string(length.what) + " would be " + std::to_string(length.bytes) +
          " bytes long, and at most " + std::to_string(length.most) + " fit; shorten the text by " +
@@ -94,8 +101,8 @@ std::string whyNoSection(const std::string& line, const EventKind& kind) {
 
 }  // namespace
 
-std::string whyNotStorable(EventSystem::Event& event, unsigned int dsid, unsigned long id) {
-  if (event.getDate() > kLatestDate) {
+std::string whyNotStorable(EventSystem::Event& event, const Destination& destination) {
+  if (destination.isDatabase && event.getDate() > kLatestDate) {
     return "its date " + std::to_string(event.getDate()) + " is above " +
            std::to_string(kLatestDate) + ", the highest that can be stored";
   }
@@ -103,7 +110,7 @@ std::string whyNotStorable(EventSystem::Event& event, unsigned int dsid, unsigne
   if (text.find_first_of("\r\n") != std::string::npos) {
     return "its text contains a line break, and an event is one line";
   }
-  std::string problem = whyTooLong(event, text, dsid, id);
+  std::string problem = whyTooLong(event, text, destination);
   if (!problem.empty()) return problem;
   const auto copy = parseEvent(text);
   if (!copy) return "its event string could not be read back: " + displayText(text);

@@ -12,9 +12,15 @@
 
 namespace EventCtl {
 
-// Why the event could not be read back whole from the queue of `dsid` once it is stored under
-// `id`, or the empty text.
-std::string whyNotStorable(EventSystem::Event& event, unsigned int dsid, unsigned long id);
+// Where an event is to be stored.
+struct Destination {
+  unsigned int dsid = 0;
+  unsigned long id = 0;     // in its event string there
+  bool isDatabase = false;  // whose rows take less than the cluster service
+};
+
+// Why the event could not be read back whole from there, or the empty text.
+std::string whyNotStorable(EventSystem::Event& event, const Destination& destination);
 
 // Why `line` is no event string, or the empty text when it is one that loses nothing.
 std::string whyNotAnEventString(const std::string& line);

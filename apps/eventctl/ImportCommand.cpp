@@ -25,11 +25,17 @@ namespace {
 constexpr std::size_t kLongestLine = 1 << 20;
 constexpr int kFailuresToGiveUp = 3;  // of the store, one after the other
 
+struct ImportOptions {
+  std::string file;
+  bool acknowledge = false;
+};
+
 class Importer {
  public:
-  Importer(const GlobalOptions& global, const std::string& file)
+  Importer(const GlobalOptions& global, const ImportOptions& options)
       : m_global(global),
-        m_reader(file, kLongestLine),
+        m_options(options),
+        m_reader(options.file, kLongestLine),
         m_session(global),
         m_progress(m_reader.bytesInAll()) {}
 
@@ -61,7 +67,7 @@ class Importer {
     if (problem.empty()) problem = whyNotAnEventString(line);
     if (!problem.empty()) return refuse(problem);
     const auto event = parseEvent(withoutId(line));
-    problem = whyNotStorable(*event, dsid, expectedId(dsid));
+    problem = whyNotStorable(*event, destination(dsid));
     if (problem.empty()) problem = whyStoredChanged(line);
     if (!problem.empty()) return refuse(problem);
     store(*event, dsid);
@@ -89,25 +95,46 @@ class Importer {
   }
 
   void store(EventSystem::Event& event, unsigned int dsid) {
-    const int result = m_session.manager().newEvent(&event, dsid);
+    unsigned long id = 0;
+    const int result = m_session.store(event, dsid, id);
     if (result == 0) {
       ++m_imported;
       m_failures = 0;
-      m_lastId[isGlobalQueue(dsid)] = event.getId();
+      noteStored(dsid, id);
     } else if (result == EventSystem::kStorageLimits) {
       refuseFull(dsid);
     } else {
       ++m_failures;
       refuse("the event was not stored (result " + std::to_string(result) + "); " +
-             m_session.seeLog());
+             m_session.whyFailed());
     }
   }
 
+  void noteStored(unsigned int dsid, unsigned long id) {
+    Destination& next = m_next.at(isGlobalQueue(dsid));
+    if (next.isDatabase) next.id = id + 1;
+    if (m_options.acknowledge) acknowledge(dsid, id);
+  }
+
+  // Nothing more is read or stored before whoever waits for this has got it.
+  void acknowledge(unsigned int dsid, unsigned long id) {
+    m_session.makeDurable();
+    m_progress.hide();
+    Output& output = standardOutput();
+    if (m_global.json) {
+      output.line(jsonLine({{"line", m_number}, {"dsid", dsid}, {"id", id}}));
+    } else {
+      output.line(std::to_string(m_number) + " " + std::to_string(dsid) + " " + std::to_string(id));
+    }
+    output.flush();
+  }
+
   // Ids are drawn from two sequences: of the global queue, and of all data selections.
-  unsigned long expectedId(unsigned int dsid) {
-    unsigned long& last = m_lastId[isGlobalQueue(dsid)];
-    if (last == 0) last = m_session.expectedId(dsid) - 1;
-    return last + 1;
+  Destination destination(unsigned int dsid) {
+    const auto [known, isNew] = m_next.try_emplace(isGlobalQueue(dsid));
+    if (isNew) known->second = m_session.destination(dsid);
+    known->second.dsid = dsid;
+    return known->second;
   }
 
   void refuse(const std::string& problem) {
@@ -145,12 +172,13 @@ class Importer {
   }
 
   const GlobalOptions& m_global;
+  const ImportOptions& m_options;
   LineReader m_reader;
   QueueSession m_session;
   ProgressBar m_progress;
-  std::map<unsigned int, bool> m_known;    // data selections asked for
-  std::map<bool, unsigned long> m_lastId;  // of the global queue, and of all others
-  unsigned long m_number = 0;              // of the current line
+  std::map<unsigned int, bool> m_known;  // data selections asked for
+  std::map<bool, Destination> m_next;    // of the global queue, and of all others
+  unsigned long m_number = 0;            // of the current line
   unsigned long m_imported = 0;
   unsigned long m_refused = 0;
   unsigned long m_full = 0;
@@ -167,13 +195,20 @@ void defineImport(CLI::App& app, CommandLine& line) {
       "that data selection; blank lines and lines that begin with # are passed over. A\n"
       "line that is no event, or that would be stored changed, is reported, the others\n"
       "are imported. While it reads standard input, no other process can write to the\n"
-      "queues.");
-  const auto file = std::make_shared<std::string>();
-  command->add_option("FILE", *file, "the file, or - for standard input")
+      "database.\n\n"
+      "--acknowledge prints LINE DSID ID, in JSON {\"line\":N,\"dsid\":N,\"id\":N}, for each\n"
+      "event once it is stored and survives power loss, before the next line is read;\n"
+      "what has no such line was refused, or is not known to be stored. The summary\n"
+      "comes last.");
+  const auto options = std::make_shared<ImportOptions>();
+  command->add_option("FILE", options->file, "the file, or - for standard input")
       ->type_name("")
       ->required();
-  command->callback(
-      [&line, file] { line.run = [&line, file] { return Importer(line.global, *file).run(); }; });
+  command->add_flag("--acknowledge", options->acknowledge,
+                    "print a line for each event that is\nstored and durable");
+  command->callback([&line, options] {
+    line.run = [&line, options] { return Importer(line.global, *options).run(); };
+  });
 }
 
 }  // namespace EventCtl

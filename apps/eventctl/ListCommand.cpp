@@ -29,7 +29,6 @@ class Listing {
       : m_json(global.json), m_options(options), m_table(eventTable(m_output, Overflow::kCut)) {}
 
   bool add(const EventView& event) {
-    if (event.id <= m_options.after) return true;
     if (m_options.kind != nullptr && event.type != m_options.kind->number) return true;
     if (m_options.limit != 0 && m_count == m_options.limit) {
       m_more = true;
@@ -72,7 +71,8 @@ int runList(const GlobalOptions& global, const ListOptions& options) {
   const auto host = openReader(global);
   requireDataSelection(global.dsid);
   Listing listing(global, options);
-  QueueReader().forEach(global.dsid, [&](const EventView& event) { return listing.add(event); });
+  readerOf(*host)->forEach(global.dsid, options.after,
+                           [&](const EventView& event) { return listing.add(event); });
   listing.finish(global.dsid);
   return kDone;
 }

@@ -54,6 +54,10 @@ bool isFile(int descriptor) {
 OutputError::OutputError(const std::string& message, bool closedPipe)
     : std::runtime_error(message), m_closedPipe(closedPipe) {}
 
+OutputError readerHasGone() {
+  return {"the reader of standard output has gone", false};
+}
+
 OutputInterrupted::OutputInterrupted() : std::runtime_error("interrupted while writing") {}
 
 Output::Output(int descriptor)

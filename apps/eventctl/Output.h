@@ -24,6 +24,9 @@ class OutputError : public std::runtime_error {
   bool m_closedPipe;
 };
 
+// For a reader that has gone while nothing was to be written.
+OutputError readerHasGone();
+
 // A stop was asked for while standard output did not take what was to be written.
 class OutputInterrupted : public std::runtime_error {
  public:

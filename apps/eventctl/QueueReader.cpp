@@ -1,144 +1,17 @@
 #include "apps/eventctl/QueueReader.h"
 
-#include <algorithm>
-#include <array>
-#include <vector>
-
-#include "apps/eventctl/CommandError.h"
-#include "apps/eventctl/Session.h"
+#include "apps/eventctl/ClusterQueueReader.h"
+#include "apps/eventctl/DatabaseQueueReader.h"
 
 namespace EventCtl {
-namespace {
 
-using OrbDB::COrbDatabase;
-using OrbDB::CTable;
-
-constexpr unsigned int kTextBytes = 16 * 1024;  // more than any row that the queue writes
-constexpr const char* kEvents = "events";
-constexpr const char* kDataSelectionEvents = "dsevents";
-constexpr const char* kProperties = "eventproperties";
-constexpr const char* kDataSelections = "dataselection";
-
-// A handle of our own, or nothing when the table does not exist.
-std::optional<CTable> openTable(const char* name) {
-  CTable* const table = COrbDatabase::Instance().GetTable(name);
-  if (table == nullptr) return std::nullopt;
-  return std::optional<CTable>(std::in_place, *table);
-}
-
-unsigned long unsignedOf(CTable& row, const char* column) {
-  long value = 0;
-  return row.GetValBigInt(column, value) == 0 ? static_cast<unsigned long>(value) : 0;
-}
-
-int intOf(CTable& row, const char* column) {
-  int value = 0;
-  return row.GetValInt(column, value) == 0 ? value : 0;
-}
-
-std::string textOf(CTable& row, const char* column) {
-  std::vector<char> buffer(kTextBytes);
-  if (row.GetValStr(column, buffer.data(), kTextBytes) != 0) return "";
-  return buffer.data();
-}
-
-// The current row. A row that damage has reached is shown as it is, with what is wrong with it.
-EventView viewOfRow(CTable& row, bool ofDataSelections) {
-  EventView view;
-  view.id = unsignedOf(row, "id");
-  view.type = intOf(row, "type");
-  view.date = unsignedOf(row, "date");
-  if (ofDataSelections) view.dsid = static_cast<unsigned int>(intOf(row, "dataselection"));
-  view.eventString = textOf(row, "eventstring");
-  const unsigned long eventId = unsignedOf(row, "eventid");
-  if (const auto event = parseEvent(view.eventString)) {
-    view.fields = viewOf(*event, view.dsid).fields;
-  } else {
-    view.problem = "unreadable event string";
-  }
-  if (eventId != view.id) view.problem = "misfiled: its event id is " + std::to_string(eventId);
-  return view;
-}
-
-void walk(const char* name, const char* filter, const std::function<bool(CTable&)>& visit) {
-  std::optional<CTable> table = openTable(name);
-  if (!table) return;
-  for (int end = table->ListRecordsStart(filter); end == 0; end = table->ListRecordsNext(filter)) {
-    if (!visit(*table)) return;
-  }
-}
-
-std::string dataSelectionFilter(unsigned int dsid) {
-  return "dataselection=" + std::to_string(static_cast<int>(dsid));
-}
-
-void walkQueue(unsigned int dsid, const std::function<bool(CTable&)>& visit) {
-  if (isGlobalQueue(dsid)) return walk(kEvents, nullptr, visit);
-  walk(kDataSelectionEvents, dataSelectionFilter(dsid).c_str(), visit);
-}
-
-unsigned long storedHighestId(unsigned int dsid) {
-  const std::string name =
-      isGlobalQueue(dsid) ? "maxid" : "maxid_" + std::to_string(static_cast<int>(dsid));
-  unsigned long id = 0;
-  walk(kProperties, ("propname=" + name).c_str(), [&](CTable& row) {
-    id = unsignedOf(row, "propvalue");
-    return false;
-  });
-  return id;
-}
-
-}  // namespace
-
-void QueueReader::forEach(unsigned int dsid, const Visitor& visit) const {
-  const bool ofDataSelections = !isGlobalQueue(dsid);
-  walkQueue(dsid, [&](CTable& row) { return visit(viewOfRow(row, ofDataSelections)); });
-}
-
-void QueueReader::forEachOfDataSelections(const Visitor& visit) const {
-  walk(kDataSelectionEvents, nullptr, [&](CTable& row) { return visit(viewOfRow(row, true)); });
-}
-
-std::optional<EventView> QueueReader::find(unsigned long id, unsigned int dsid) const {
-  const bool ofDataSelections = !isGlobalQueue(dsid);
-  auto table = openTable(ofDataSelections ? kDataSelectionEvents : kEvents);
-  if (!table || table->readRecord(std::to_string(id).c_str()) != 0) return std::nullopt;
-  EventView view = viewOfRow(*table, ofDataSelections);
-  if (ofDataSelections && view.dsid != dsid) return std::nullopt;
-  return view;
-}
-
-unsigned long QueueReader::highestRowId(unsigned int dsid) const {
-  unsigned long highest = 0;
-  walkQueue(dsid, [&](CTable& row) {
-    highest = std::max(highest, unsignedOf(row, "id"));
-    return true;
-  });
-  return highest;
-}
-
-unsigned long QueueReader::highestId(unsigned int dsid) const {
-  return std::max(storedHighestId(dsid), highestRowId(dsid));
-}
-
-std::vector<DataSelection> QueueReader::dataSelections() const {
-  std::vector<DataSelection> found;
-  walk(kDataSelections, nullptr, [&](CTable& row) {
-    found.push_back(
-        {static_cast<unsigned int>(intOf(row, "id")), intOf(row, "dstypeid"), textOf(row, "name")});
-    return true;
-  });
-  return found;
+std::unique_ptr<QueueReader> readerOf(const EventSystemHost::Host& host) {
+  if (host.cluster() == nullptr) return std::make_unique<DatabaseQueueReader>();
+  return std::make_unique<ClusterQueueReader>(*host.cluster());
 }
 
 OpenHost openReader(const GlobalOptions& options) {
-  auto host = openHost(hostOptions(options, EventSystemHost::Access::kReadOnly), options.wait);
-  if (host->configuration().clusterMode) {
-    throw CommandError("this home is in cluster mode (" + host->configuration().hostFile.string() +
-                       "): its events are at the cluster service, and this command reads the "
-                       "database; use next or consume");
-  }
-  return host;
+  return openHost(hostOptions(options, EventSystemHost::Access::kReadOnly), options.wait);
 }
 
 }  // namespace EventCtl

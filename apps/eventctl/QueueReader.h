@@ -1,5 +1,5 @@
-// The queues as the database tables hold them, read without an event manager: beside a running
-// writer, and without changing anything. A table that does not exist yet is an empty queue.
+// Reads the queues without an event manager: beside a running writer, and without changing
+// anything.
 //
 // Thread safety: none; needs a running host for its whole life.
 
@@ -9,47 +9,40 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string>
-#include <vector>
 
-#include "EventSystem/platform/OrbDB.h"
 #include "apps/eventctl/CommandLine.h"
 #include "apps/eventctl/EventView.h"
 #include "apps/eventctl/Session.h"
 
 namespace EventCtl {
 
-struct DataSelection {
-  unsigned int id = 0;
-  int type = 0;
-  std::string name;
-};
-
 class QueueReader {
  public:
+  QueueReader() = default;
+  virtual ~QueueReader() = default;
+
+  QueueReader(const QueueReader&) = delete;
+  QueueReader& operator=(const QueueReader&) = delete;
+
   // Returns false to end the walk.
   using Visitor = std::function<bool(const EventView&)>;
 
-  // The events of one queue, damaged rows included, in the order of their row ids.
-  void forEach(unsigned int dsid, const Visitor& visit) const;
+  // The events of one queue that are filed under higher ids than `afterId`, damaged ones included.
+  virtual void forEach(unsigned int dsid, unsigned long afterId, const Visitor& visit) const = 0;
 
-  // The events of all data selections.
-  void forEachOfDataSelections(const Visitor& visit) const;
+  // The events of all data selections, also of those that nobody has added.
+  virtual void forEachOfDataSelections(const Visitor& visit) const = 0;
 
-  std::optional<EventView> find(unsigned long id, unsigned int dsid) const;
-
-  // The highest row id of a queue; 0 for an empty one.
-  unsigned long highestRowId(unsigned int dsid) const;
+  virtual std::optional<EventView> find(unsigned long id, unsigned int dsid) const = 0;
 
   // The highest id ever handed out in a queue.
-  unsigned long highestId(unsigned int dsid) const;
-
-  // The table of data selections, whether or not they have events.
-  std::vector<DataSelection> dataSelections() const;
+  virtual unsigned long highestId(unsigned int dsid) const = 0;
 };
 
-// A running host that reads only, with the queues' tables in it. Throws CommandError where the
-// queues are not in the database.
+// A reader of the queues where the host has them: in the database or at the cluster service.
+std::unique_ptr<QueueReader> readerOf(const EventSystemHost::Host& host);
+
+// A running host that reads only.
 OpenHost openReader(const GlobalOptions& options);
 
 }  // namespace EventCtl

@@ -4,9 +4,11 @@
 #include <thread>
 #include <utility>
 
+#include "EventSystem/ResultCode.h"
 #include "EventSystem/platform/HostConfig.h"
+#include "apps/eventctl/ClusterQueueReader.h"
 #include "apps/eventctl/CommandError.h"
-#include "apps/eventctl/QueueReader.h"
+#include "apps/eventctl/DatabaseQueueReader.h"
 
 namespace EventCtl {
 
@@ -93,21 +95,42 @@ QueueSession::QueueSession(const GlobalOptions& options)
   requireDataSelection(options.dsid);
 }
 
-std::unique_ptr<EventSystem::Event> QueueSession::next(unsigned long afterId, unsigned int dsid) {
-  EventSystem::Event* event = nullptr;
-  const int result = m_manager.getNextEvent(afterId, &event, dsid);
-  std::unique_ptr<EventSystem::Event> owner(event);
-  if (result == 0) return owner;
-  throw CommandError("cannot read " + queueName(dsid) + " after event " + std::to_string(afterId) +
-                     " (result " + std::to_string(result) + "); " + seeLog());
+void QueueSession::leaveDatabase(const GlobalOptions& options) {
+  m_host.reset();
+  m_host = openHost(hostOptions(options, Access::kServiceOnly), options.wait);
 }
 
-// The manager only logs a failure to delete, so the table is asked.
+int QueueSession::store(EventSystem::Event& event, unsigned int dsid, unsigned long& id) {
+  const int result = m_manager.newEvent(&event, dsid);
+  if (result == 0) id = isClustered() ? m_host->lastClusterCall().newId : event.getId();
+  return result;
+}
+
+std::unique_ptr<EventSystem::Event> QueueSession::next(unsigned long afterId, unsigned int dsid) {
+  while (true) {
+    EventSystem::Event* event = nullptr;
+    const int result = m_manager.getNextEvent(afterId, &event, dsid);
+    std::unique_ptr<EventSystem::Event> owner(event);
+    if (result == 0) return owner;
+    // The cluster stores tell of an unreadable event once, when they have removed it.
+    const bool removed = isClustered() && result == EventSystem::kGeneralFailure &&
+                         m_host->lastClusterCall().failure.empty();
+    if (removed) continue;
+    throw CommandError("cannot read " + queueName(dsid) + " after event " +
+                       std::to_string(afterId) + " (result " + std::to_string(result) + "); " +
+                       whyFailed());
+  }
+}
+
+// The manager only logs a failure to delete, so the table is asked, or the service's last word.
 void QueueSession::remove(unsigned long id, unsigned int dsid) {
   m_manager.deleteEvent(id, dsid);
-  if (m_host->configuration().clusterMode || !QueueReader().find(id, dsid)) return;
+  if (isClustered() ? m_host->lastClusterCall().failure.empty()
+                    : !DatabaseQueueReader().find(id, dsid)) {
+    return;
+  }
   throw CommandError("event " + std::to_string(id) + " could not be deleted from " +
-                     queueName(dsid) + "; " + seeLog());
+                     queueName(dsid) + "; " + whyFailed());
 }
 
 void QueueSession::makeDurable() {
@@ -117,8 +140,15 @@ void QueueSession::makeDurable() {
                      "): what was just done may not survive power loss; " + seeLog());
 }
 
-unsigned long QueueSession::expectedId(unsigned int dsid) {
-  return m_host->configuration().clusterMode ? 1 : QueueReader().highestId(dsid) + 1;
+Destination QueueSession::destination(unsigned int dsid) const {
+  // The cluster stores hand in the event string as it is, without an id.
+  if (isClustered()) return {dsid, 0, false};
+  return {dsid, DatabaseQueueReader().highestId(dsid) + 1, true};
+}
+
+std::string QueueSession::whyFailed() const {
+  const std::string reason = isClustered() ? m_host->lastClusterCall().failure : "";
+  return reason.empty() ? seeLog() : reason + "; " + kClusterAdvice;
 }
 
 std::string QueueSession::limitsFile() const {

@@ -13,6 +13,7 @@
 
 #include "EventSystem/EventManager.h"
 #include "apps/eventctl/CommandLine.h"
+#include "apps/eventctl/EventLimits.h"
 #include "host/Host.h"
 
 namespace EventCtl {
@@ -49,7 +50,8 @@ constexpr bool isGlobalQueue(unsigned int dsid) {
 // "the global queue" or "the queue of data selection N".
 std::string queueName(unsigned int dsid);
 
-// The only writer of the queues, until it is destroyed.
+// The queues, written through the event manager. In the database this process is their only writer
+// until the session is destroyed.
 class QueueSession {
  public:
   explicit QueueSession(OpenHost host);
@@ -58,6 +60,16 @@ class QueueSession {
 
   EventSystemHost::Host& host() { return *m_host; }
   EventSystem::EventManager& manager() { return m_manager; }
+
+  // Whether the queues are at the cluster service.
+  bool isClustered() const { return m_host->cluster() != nullptr; }
+
+  // Cluster mode: frees the database for other processes and goes on at the service. What a start
+  // of the manager does is not done again. Throws HostError; the session is then of no use.
+  void leaveDatabase(const GlobalOptions& options);
+
+  // Stores an event: 0 and its id, or the manager's result.
+  int store(EventSystem::Event& event, unsigned int dsid, unsigned long& id);
 
   // The first event after `afterId`, or null at the end of the queue. Throws CommandError.
   std::unique_ptr<EventSystem::Event> next(unsigned long afterId, unsigned int dsid);
@@ -68,14 +80,18 @@ class QueueSession {
   // Waits until everything done so far survives power loss. Throws CommandError.
   void makeDurable();
 
-  // The id that the next event of a queue is likely to get.
-  unsigned long expectedId(unsigned int dsid);
+  // Where the next event of a queue is likely to go.
+  Destination destination(unsigned int dsid) const;
 
-  // "the log says why: FILE", for failures whose reason only the log knows.
-  std::string seeLog() const;
+  // Why the last call of the manager failed: what the cluster service said, or where the log is.
+  std::string whyFailed() const;
+
   std::string limitsFile() const;
 
  private:
+  // "the log says why: FILE", for failures whose reason only the log knows.
+  std::string seeLog() const;
+
   OpenHost m_host;
   EventSystem::EventManager m_manager;
 };

@@ -17,7 +17,7 @@ namespace {
 int runShow(const GlobalOptions& global, unsigned long id) {
   const auto host = openReader(global);
   requireDataSelection(global.dsid);
-  const auto event = QueueReader().find(id, global.dsid);
+  const auto event = readerOf(*host)->find(id, global.dsid);
   if (!event) {
     throw CommandError("there is no event " + std::to_string(id) + " in " + queueName(global.dsid) +
                        "; eventctl list shows which there are");

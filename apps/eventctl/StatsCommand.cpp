@@ -3,11 +3,15 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "EventSystem/platform/HostConfig.h"
+#include "apps/eventctl/ClusterQueueReader.h"
+#include "apps/eventctl/ClusterStats.h"
 #include "apps/eventctl/CommandError.h"
 #include "apps/eventctl/Commands.h"
+#include "apps/eventctl/DatabaseQueueReader.h"
 #include "apps/eventctl/Display.h"
 #include "apps/eventctl/EventKinds.h"
 #include "apps/eventctl/EventView.h"
@@ -38,10 +42,16 @@ struct QueueFigures {
 
 using Figures = std::map<unsigned int, QueueFigures>;  // by dsid; 0 is the global queue
 
-Figures readFigures() {
-  const QueueReader reader;
+// What is known of the queues, and in cluster mode of the cluster.
+struct Statistics {
+  const EventSystemHost::HostConfiguration& configuration;
+  std::optional<Figures> figures;  // nothing when the cluster service cannot be read
+  std::optional<EventSystemHost::ClusterReport> cluster;
+};
+
+Figures readFigures(const QueueReader& reader) {
   Figures figures;
-  reader.forEach(0, [&](const EventView& event) {
+  reader.forEach(0, 0, [&](const EventView& event) {
     figures[0].add(event);
     return true;
   });
@@ -50,7 +60,7 @@ Figures readFigures() {
     return true;
   });
   figures[0];  // named also when empty
-  for (const DataSelection& selection : reader.dataSelections()) figures[selection.id];
+  for (const DataSelection& selection : dataSelections()) figures[selection.id];
   for (auto& [dsid, queue] : figures) {
     queue.highestId = reader.highestId(dsid);
     queue.known = isGlobalQueue(dsid) || QMDSIDValidate(dsid) != 0;
@@ -73,20 +83,26 @@ nlohmann::ordered_json jsonOfQueue(unsigned int dsid, const QueueFigures& queue)
   return object;
 }
 
-void printJson(Output& output, const Figures& figures,
-               const EventSystemHost::HostConfiguration& configuration) {
+void addQueues(nlohmann::ordered_json& object, const Figures& figures) {
   auto queues = nlohmann::ordered_json::array();
   unsigned long count = 0;
   for (const auto& [dsid, queue] : figures) {
     queues.push_back(jsonOfQueue(dsid, queue));
     count += queue.count;
   }
+  object["count"] = count;
+  object["queues"] = queues;
+}
+
+// The limits are the database's: the cluster service has none.
+void printJson(Output& output, const Statistics& statistics) {
+  const auto& configuration = statistics.configuration;
   nlohmann::ordered_json object = {{"home", configuration.home.string()},
-                                   {"database", configuration.databaseFile.string()},
-                                   {"count", count},
-                                   {"queues", queues},
-                                   {"countLimit", configuration.countLimit},
-                                   {"ageLimitDays", configuration.ageLimitDays}};
+                                   {"database", configuration.databaseFile.string()}};
+  if (statistics.figures) addQueues(object, *statistics.figures);
+  object["countLimit"] = statistics.cluster ? 0 : configuration.countLimit;
+  object["ageLimitDays"] = statistics.cluster ? 0 : configuration.ageLimitDays;
+  if (statistics.cluster) object["cluster"] = jsonOfCluster(*statistics.cluster);
   output.line(jsonLine(object));
 }
 
@@ -138,44 +154,87 @@ void printTypes(Output& output, const Figures& figures) {
   }
 }
 
-void printNotes(Output& output, const Figures& figures,
-                const EventSystemHost::HostConfiguration& configuration) {
+void printLimits(Output& output, const EventSystemHost::HostConfiguration& configuration) {
   output.line("");
+  if (configuration.clusterMode) {
+    output.line("The queues are at the cluster service, bounded by etcd's quota alone.");
+    return;
+  }
   output.line("Limits of the global queue: " + limitText(configuration.countLimit, " events") +
               "; age " + limitText(configuration.ageLimitDays, " days") + ".");
+}
+
+void printNotes(Output& output, const Figures& figures, bool isClustered) {
   for (const auto& [dsid, queue] : figures) {
     const std::string name = queueName(dsid);
     if (queue.damaged > 0) {
-      output.line(std::to_string(queue.damaged) + " damaged rows in " + name +
-                  "; see eventctl check.");
+      output.line(std::to_string(queue.damaged) +
+                  (isClustered ? " unreadable events in " + name + "; eventctl list shows them."
+                               : " damaged rows in " + name + "; see eventctl check."));
     }
     if (!queue.known) {
       output.line("? Data selection " + std::to_string(dsid) +
-                  " does not exist: its rows are in no queue.");
+                  (isClustered
+                       ? " does not exist in this home; eventctl dataselection add makes its "
+                         "events reachable."
+                       : " does not exist: its rows are in no queue."));
     }
   }
 }
 
+void printText(Output& output, const Statistics& statistics) {
+  if (statistics.figures) {
+    printQueues(output, *statistics.figures);
+    printTypes(output, *statistics.figures);
+    printLimits(output, statistics.configuration);
+    printNotes(output, *statistics.figures, statistics.cluster.has_value());
+  }
+  if (!statistics.cluster) return;
+  if (statistics.figures) output.line("");
+  printCluster(output, *statistics.cluster);
+}
+
+// A cluster that cannot be read is shown as it is.
+Statistics gather(const EventSystemHost::Host& host) {
+  Statistics statistics{host.configuration(), {}, {}};
+  if (host.cluster() == nullptr) {
+    statistics.figures = readFigures(*readerOf(host));
+    return statistics;
+  }
+  auto& cluster = statistics.cluster.emplace(host.cluster()->report());
+  if (!cluster.failure.empty()) return statistics;
+  try {
+    statistics.figures = readFigures(*readerOf(host));
+  } catch (const CommandError& problem) {
+    cluster.failure = problem.what();
+  }
+  return statistics;
+}
+
 int runStats(const GlobalOptions& global) {
   const auto host = openReader(global);
-  const Figures figures = readFigures();
+  const Statistics statistics = gather(*host);
   Output& output = standardOutput();
   if (global.json) {
-    printJson(output, figures, host->configuration());
+    printJson(output, statistics);
   } else {
-    printQueues(output, figures);
-    printTypes(output, figures);
-    printNotes(output, figures, host->configuration());
+    printText(output, statistics);
   }
   output.flush();
-  return kDone;
+  if (statistics.figures) return kDone;
+  complain("the queues at the cluster service cannot be read: " + statistics.cluster->failure);
+  return kFailed;
 }
 
 }  // namespace
 
 void defineStats(CLI::App& app, CommandLine& line) {
-  CLI::App* const command =
-      defineCommand(app, "stats", "count the events of all queues", "stats --json");
+  CLI::App* const command = defineCommand(
+      app, "stats", "count the events of all queues",
+      "stats --json\n\n"
+      "In cluster mode also the members of the cluster: whether they can be reached,\n"
+      "who leads, and how much of its quota the database of each has taken. Status 1\n"
+      "when the queues cannot be read.");
   command->callback([&line] { line.run = [&line] { return runStats(line.global); }; });
 }
 

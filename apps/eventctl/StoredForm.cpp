@@ -103,10 +103,14 @@ std::string fieldAround(std::string_view text, std::size_t position) {
 
 }  // namespace
 
-std::string withoutId(const std::string& line) {
+std::string withId(const std::string& line, unsigned long id) {
   std::string changed = line;
-  setField(changed, ";id:", "0");
+  setField(changed, ";id:", std::to_string(id));
   return changed;
+}
+
+std::string withoutId(const std::string& line) {
+  return withId(line, 0);
 }
 
 std::string whyStoredChanged(const std::string& line) {

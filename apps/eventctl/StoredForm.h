@@ -10,6 +10,9 @@
 
 namespace EventCtl {
 
+// An event string with another id in its envelope.
+std::string withId(const std::string& line, unsigned long id);
+
 // A parseable event string as a new event has it: with id 0. A store takes an event that has an id
 // already for one that it holds.
 std::string withoutId(const std::string& line);

@@ -1,8 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+#include <atomic>
 #include <chrono>
 #include <thread>
+#include <vector>
 
 #include "tests/cluster/EtcdCluster.h"
 #include "tests/cluster/LogCapture.h"
@@ -15,6 +18,9 @@ using EventSystemHost::ClusterClient;
 using EventSystemHost::ClusterConfiguration;
 using testing::AllOf;
 using testing::HasSubstr;
+
+// etcd makes each password cost a tenth of a second otherwise.
+constexpr char kCheapPasswords[] = "--bcrypt-cost=4";
 
 std::string startFailure(const ClusterConfiguration& configuration) {
   try {
@@ -52,7 +58,7 @@ class ClusterAuthentication : public testing::Test {
     return configuration;
   }
 
-  EtcdCluster etcd{1};
+  EtcdCluster etcd{EtcdOptions{1, {kCheapPasswords}, nullptr}};
 };
 
 TEST_F(ClusterAuthentication, LetsTheRightUserWork) {
@@ -99,6 +105,33 @@ TEST_F(ClusterAuthentication, LogsInAgainWhenEtcdHasForgottenTheToken) {
   EXPECT_EQ(eventAfter(client, 2).id, 3u);
 }
 
+TEST_F(ClusterAuthentication, LogsInAgainForSeveralThreadsAtOnce) {
+  enable();
+  ClusterClient client(as("server"));
+  constexpr int kThreads = 4;
+  std::atomic<bool> stopping{false};
+  std::array<std::atomic<unsigned long>, kThreads> reads{};
+  std::vector<std::thread> threads;
+  for (auto& count : reads) {
+    threads.emplace_back([&] {
+      for (; !stopping; ++count) eventAfter(client, 0);
+    });
+  }
+  const auto allHaveReadMore = [&] {
+    for (auto& count : reads) {
+      for (const unsigned long goal = count + 10; count < goal;) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+      }
+    }
+  };
+  allHaveReadMore();
+  etcd.kill(0);
+  etcd.start(0);
+  allHaveReadMore();
+  stopping = true;
+  for (std::thread& thread : threads) thread.join();
+}
+
 TEST_F(ClusterAuthentication, MayBeEnabledWhileTheServiceRuns) {
   clearLog();
   ClusterClient client(as("server"));
@@ -111,7 +144,7 @@ TEST_F(ClusterAuthentication, MayBeEnabledWhileTheServiceRuns) {
 
 // A token that lives for a second runs out while nothing is sent.
 TEST(ClusterToken, IsReplacedWhenItHasRunOut) {
-  EtcdCluster etcd({1, {"--auth-token-ttl=1"}, nullptr});
+  EtcdCluster etcd({1, {"--auth-token-ttl=1", kCheapPasswords}, nullptr});
   etcd.etcdctl({"user", "add", "root:secret"});
   etcd.etcdctl({"role", "add", "root"});
   etcd.etcdctl({"user", "grant-role", "root", "root"});

@@ -2,7 +2,7 @@
 
 #include <fstream>
 
-#include "tests/cluster/Subprocess.h"
+#include "apps/etcd_nodes/Subprocess.h"
 
 namespace EventSystemTest {
 
@@ -15,7 +15,7 @@ CertificateFiles::CertificateFiles(const std::string& serverNames) {
 }
 
 void CertificateFiles::run(const std::vector<std::string>& command) const {
-  runProgram(command, file("openssl.log"));
+  EtcdNodes::runProgram(command, file("openssl.log"));
 }
 
 void CertificateFiles::sign(const std::string& name, const std::string& extensions) const {

@@ -5,7 +5,6 @@
 #include <thread>
 
 #include "host/cluster/MemberProbe.h"
-#include "tests/cluster/Ports.h"
 
 namespace EventSystemTest {
 namespace {
@@ -50,58 +49,25 @@ void waitUntilFine(ClusterConfiguration configuration,
   }
 }
 
+EtcdNodes::NodeGroupOptions nodeOptions(const EtcdOptions& options,
+                                        const std::filesystem::path& directory) {
+  EtcdNodes::NodeGroupOptions nodes;
+  nodes.directory = directory;
+  for (int i = 0; i < options.members; ++i) nodes.names.push_back("node" + std::to_string(i));
+  if (options.certificates != nullptr) {
+    nodes.clientScheme = "https";
+    nodes.arguments = options.certificates->serverArguments();
+  }
+  nodes.arguments.insert(nodes.arguments.end(), options.arguments.begin(), options.arguments.end());
+  return nodes;
+}
+
 }  // namespace
 
-EtcdCluster::EtcdCluster(const EtcdOptions& options) : m_options(options) {
-  const auto ports = freePorts(2 * options.members);
-  for (int i = 0; i < options.members; ++i) {
-    m_members.push_back(
-        {"node" + std::to_string(i), ports[index(2 * i)], ports[index(2 * i + 1)], Subprocess()});
-  }
-  for (int i = 0; i < options.members; ++i) start(i);
+EtcdCluster::EtcdCluster(const EtcdOptions& options)
+    : m_options(options), m_nodes(nodeOptions(options, m_directory.path())) {
+  for (int i = 0; i < size(); ++i) start(i);
   waitUntilServing();
-}
-
-std::string EtcdCluster::clientUrl(const Member& member) const {
-  return (m_options.certificates == nullptr ? "http://127.0.0.1:" : "https://127.0.0.1:") +
-         std::to_string(member.clientPort);
-}
-
-std::vector<std::string> EtcdCluster::commandOf(const Member& member) const {
-  std::string peers;
-  for (const Member& each : m_members) {
-    peers += (peers.empty() ? "" : ",") + each.name +
-             "=http://127.0.0.1:" + std::to_string(each.peerPort);
-  }
-  const std::string peerUrl = "http://127.0.0.1:" + std::to_string(member.peerPort);
-  std::vector<std::string> command{"etcd",
-                                   "--name=" + member.name,
-                                   "--data-dir=" + (m_directory.path() / member.name).string(),
-                                   "--listen-client-urls=" + clientUrl(member),
-                                   "--advertise-client-urls=" + clientUrl(member),
-                                   "--listen-peer-urls=" + peerUrl,
-                                   "--initial-advertise-peer-urls=" + peerUrl,
-                                   "--initial-cluster=" + peers,
-                                   "--initial-cluster-token=" + m_directory.path().string(),
-                                   "--heartbeat-interval=100",
-                                   "--election-timeout=1000",
-                                   "--logger=zap",
-                                   "--log-level=warn"};
-  if (m_options.certificates != nullptr) {
-    const auto certificates = m_options.certificates->serverArguments();
-    command.insert(command.end(), certificates.begin(), certificates.end());
-  }
-  command.insert(command.end(), m_options.arguments.begin(), m_options.arguments.end());
-  return command;
-}
-
-void EtcdCluster::start(int member) {
-  Member& started = m_members.at(index(member));
-  started.process = Subprocess(commandOf(started), m_directory.path() / (started.name + ".log"));
-}
-
-void EtcdCluster::kill(int member) {
-  m_members.at(index(member)).process.kill();
 }
 
 void EtcdCluster::waitUntilServing(const ClusterConfiguration& configuration) const {
@@ -115,19 +81,9 @@ void EtcdCluster::waitUntilMajority() const {
 int EtcdCluster::leader() const {
   const auto members = EventSystemHost::probeMembers(configuration());
   for (int i = 0; i < size(); ++i) {
-    if (members[index(i)].leader) return i;
+    if (members.at(static_cast<std::size_t>(i)).leader) return i;
   }
   throw std::runtime_error("no leader");
-}
-
-std::string EtcdCluster::endpoint(int member) const {
-  return "127.0.0.1:" + std::to_string(m_members.at(index(member)).clientPort);
-}
-
-std::vector<std::string> EtcdCluster::endpoints() const {
-  std::vector<std::string> all;
-  for (int i = 0; i < size(); ++i) all.push_back(endpoint(i));
-  return all;
 }
 
 ClusterConfiguration EtcdCluster::configuration() const {
@@ -140,10 +96,10 @@ ClusterConfiguration EtcdCluster::configuration() const {
 std::string EtcdCluster::etcdctl(const std::vector<std::string>& arguments) const {
   std::vector<std::string> command{"env", "ETCDCTL_API=3", "etcdctl"};
   std::string urls;
-  for (const Member& member : m_members) urls += (urls.empty() ? "" : ",") + clientUrl(member);
+  for (int i = 0; i < size(); ++i) urls += (i == 0 ? "" : ",") + m_nodes.clientUrl(i);
   command.push_back("--endpoints=" + urls);
   command.insert(command.end(), arguments.begin(), arguments.end());
-  return runProgram(command, m_directory.path() / "etcdctl.log");
+  return EtcdNodes::runProgram(command, m_directory.path() / "etcdctl.log");
 }
 
 }  // namespace EventSystemTest

@@ -1,17 +1,16 @@
-// Real etcd servers on free loopback ports, with their data in a temporary directory.
+// Real etcd servers with their data in a temporary directory, and what tests ask of them.
 //
 // Thread safety: none, except that clients may use the servers from any thread.
 
 #ifndef EVENTSYSTEM_TESTS_CLUSTER_ETCDCLUSTER_H
 #define EVENTSYSTEM_TESTS_CLUSTER_ETCDCLUSTER_H
 
-#include <csignal>
 #include <string>
 #include <vector>
 
+#include "apps/etcd_nodes/NodeGroup.h"
 #include "host/cluster/ClusterClient.h"
 #include "tests/cluster/CertificateFiles.h"
-#include "tests/cluster/Subprocess.h"
 #include "tests/support/TempDir.h"
 
 namespace EventSystemTest {
@@ -29,10 +28,10 @@ class EtcdCluster {
   explicit EtcdCluster(int members) : EtcdCluster(EtcdOptions{members, {}, nullptr}) {}
 
   // Member by member, from 0.
-  void start(int member);  // with the data that it has
-  void kill(int member);   // SIGKILL
-  void pause(int member) { m_members.at(index(member)).process.signal(SIGSTOP); }
-  void resume(int member) { m_members.at(index(member)).process.signal(SIGCONT); }
+  void start(int member) { m_nodes.start(member); }  // with the data that it has
+  void kill(int member) { m_nodes.kill(member); }    // SIGKILL
+  void pause(int member) { m_nodes.pause(member); }
+  void resume(int member) { m_nodes.resume(member); }
 
   // Waits until all members answer and a majority works. Throws when that takes too long.
   void waitUntilServing() const { waitUntilServing(configuration()); }
@@ -42,9 +41,9 @@ class EtcdCluster {
 
   int leader() const;
 
-  int size() const { return static_cast<int>(m_members.size()); }
-  std::string endpoint(int member) const;
-  std::vector<std::string> endpoints() const;
+  int size() const { return m_nodes.size(); }
+  std::string endpoint(int member) const { return m_nodes.endpoint(member); }
+  std::vector<std::string> endpoints() const { return m_nodes.endpoints(); }
 
   // For clients of this cluster: all endpoints, and certificates when it has TLS.
   EventSystemHost::ClusterConfiguration configuration() const;
@@ -56,20 +55,9 @@ class EtcdCluster {
   const std::filesystem::path& directory() const { return m_directory.path(); }
 
  private:
-  struct Member {
-    std::string name;
-    unsigned short clientPort;
-    unsigned short peerPort;
-    Subprocess process;
-  };
-
-  static std::size_t index(int member) { return static_cast<std::size_t>(member); }
-  std::string clientUrl(const Member& member) const;
-  std::vector<std::string> commandOf(const Member& member) const;
-
   TempDir m_directory;
   EtcdOptions m_options;
-  std::vector<Member> m_members;
+  EtcdNodes::NodeGroup m_nodes;
 };
 
 }  // namespace EventSystemTest

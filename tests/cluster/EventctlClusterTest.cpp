@@ -1,72 +1,93 @@
-// The whole host in cluster mode: eventctl, the library's cluster stores and a real etcd.
+// The switch to cluster mode and back: what becomes of the rows of the database.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 
-#include "tests/cluster/EtcdCluster.h"
+#include "tests/cluster/ClusterHome.h"
 
 namespace EventSystemTest {
 namespace {
 
-using testing::HasSubstr;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
 
-class EventctlCluster : public testing::Test {
+class ClusterSwitch : public ClusterHome {
  protected:
-  // What the command printed; throws when it fails.
-  std::string eventctl(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), {EVENTCTL, "--home", m_home.path().string()});
-    const std::filesystem::path output = m_home.path() / ("out" + std::to_string(++m_runs));
-    return runProgram(arguments, output);
+  // Starts in cluster mode, which copies, and takes the events off the service.
+  long consume() {
+    joinCluster(m_etcd);
+    const std::string printed = output({"consume", "--json"});
+    return std::count(printed.begin(), printed.end(), '\n');
   }
 
-  void configure(const std::string& endpoints) {
-    std::ofstream(m_home.path() / "host.ini")
-        << "[cluster]\ncluster_mode = 1\nmember = node1\nendpoints = " << endpoints << '\n';
+  // How many rows the service still knows to be copied.
+  std::size_t markers() const {
+    const std::string keys =
+        m_etcd.etcdctl({"get", "--prefix", "--keys-only", "/eventsystem/events/0000000000/copied"});
+    return static_cast<std::size_t>(std::count(keys.begin(), keys.end(), '/')) / 6;
   }
 
-  static long lines(const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }
-
-  TempDir m_home;
-  int m_runs = 0;
+  const EtcdCluster m_etcd{1};
 };
 
-TEST_F(EventctlCluster, CopiesTheDatabasesEventsOnceAlsoAfterTheyWereConsumed) {
-  for (int i = 0; i < 3; ++i) eventctl({"add", "legacy", "--payload", "kept" + std::to_string(i)});
-  const EtcdCluster etcd(1);
-  configure(etcd.endpoint(0));
-
-  eventctl({"add", "legacy", "--payload", "added"});
-  const std::string seen = eventctl({"consume", "--json"});
-  EXPECT_EQ(lines(seen), 4);
+TEST_F(ClusterSwitch, CopiesTheDatabasesEventsOnceAlsoAfterTheyWereConsumed) {
+  for (int i = 0; i < 3; ++i) {
+    output({"add", "legacy", "--payload", "kept" + std::to_string(i)});
+  }
+  joinCluster(m_etcd);
+  output({"add", "legacy", "--payload", "added"});
+  const std::string seen = output({"consume", "--json"});
+  EXPECT_EQ(jsonLines(seen).size(), 4U);
   EXPECT_LT(seen.find("kept0"), seen.find("kept1"));
   EXPECT_LT(seen.find("kept1"), seen.find("kept2"));
   EXPECT_LT(seen.find("kept2"), seen.find("added"));
-  EXPECT_EQ(lines(eventctl({"consume", "--json"})), 0) << "the start copied the rows again";
+  EXPECT_EQ(consume(), 0) << "the start copied the rows again";
 }
 
-TEST_F(EventctlCluster, TakesEveryLineOfAnImportAsANewEventWhateverIdItCarries) {
-  const EtcdCluster etcd(1);
-  configure(etcd.endpoint(0));
-  const std::filesystem::path file = m_home.path() / "two.events";
-  const char* const line =
+TEST_F(ClusterSwitch, GivesUpTheMarkersOfRowsThatAreGone) {
+  for (int i = 0; i < 4; ++i) add("node");
+  EXPECT_EQ(consume(), 4);
+  EXPECT_EQ(markers(), 4U);
+  leaveCluster();
+  output({"consume", "--limit", "2"});
+  EXPECT_EQ(consume(), 0);
+  EXPECT_EQ(markers(), 2U);
+  leaveCluster();
+  output({"consume"});
+  EXPECT_EQ(consume(), 0);
+  EXPECT_EQ(markers(), 0U);
+  leaveCluster();
+  EXPECT_EQ(add("later"), 5U);
+  EXPECT_EQ(consume(), 1);
+}
+
+TEST_F(ClusterSwitch, KeepsTheMarkerOfARowWhoseTextSaysAnotherId) {
+  for (int i = 0; i < 4; ++i) add("node" + std::to_string(i));
+  execute(database(),
+          "UPDATE events SET eventstring = replace(eventstring, 'id:4;', 'id:1;') WHERE id = 4");
+  EXPECT_EQ(consume(), 4);
+  leaveCluster();
+  output({"delete", "1"});
+  output({"delete", "2"});
+  EXPECT_EQ(consume(), 0);
+  EXPECT_EQ(consume(), 0) << "the marker was given up while its row was there";
+}
+
+TEST_F(ClusterSwitch, TakesEveryLineOfAnImportAsANewEventWhateverIdItCarries) {
+  joinCluster(m_etcd);
+  const std::string line =
       "EVENT{version:1;type:6;id:7;date:1700000000;ABILITIESEVENT{flags:0x1;server:a;}}\n";
-  std::ofstream(file) << line << line;
-  eventctl({"import", file.string()});
-  EXPECT_EQ(lines(eventctl({"consume", "--json"})), 2);
+  output({"import", write("two.events", line + line).string()});
+  EXPECT_EQ(consume(), 2);
 }
 
-TEST_F(EventctlCluster, SaysWhichEndpointsDoNotAnswer) {
-  configure("127.0.0.1:1");
-  try {
-    eventctl({"add", "legacy", "--payload", "lost"});
-    FAIL() << "it was stored without a cluster";
-  } catch (const std::runtime_error& problem) {
-    EXPECT_THAT(problem.what(), HasSubstr("127.0.0.1:1"));
-    EXPECT_THAT(problem.what(), HasSubstr("[cluster]"));
-  }
+TEST_F(ClusterSwitch, SaysWhichEndpointsDoNotAnswer) {
+  joinCluster("127.0.0.1:1");
+  const Outcome outcome = run({"add", "legacy", "--payload", "lost"});
+  EXPECT_NE(outcome.status, 0);
+  EXPECT_THAT(outcome.err, AllOf(HasSubstr("127.0.0.1:1"), HasSubstr("[cluster]")));
 }
 
 }  // namespace

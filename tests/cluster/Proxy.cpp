@@ -3,12 +3,16 @@
 #include <poll.h>
 
 #include <array>
+#include <string_view>
 #include <vector>
 
 namespace EventSystemTest {
+
+using EtcdNodes::Descriptor;
+
 namespace {
 
-// Frames that only keep a connection going are smaller, answers and requests larger.
+// Frames that only keep a connection going are smaller, answers larger.
 constexpr ssize_t kLeastMessage = 40;
 
 unsigned short portOfEndpoint(const std::string& endpoint) {
@@ -16,12 +20,12 @@ unsigned short portOfEndpoint(const std::string& endpoint) {
 }
 
 // What was read, or 0 at the end of the stream.
-ssize_t readSome(const Socket& from, std::array<char, 65536>& buffer) {
+ssize_t readSome(const Descriptor& from, std::array<char, 65536>& buffer) {
   const ssize_t size = recv(from.get(), buffer.data(), buffer.size(), 0);
   return size < 0 ? 0 : size;
 }
 
-bool writeAll(const Socket& to, const char* data, ssize_t size) {
+bool writeAll(const Descriptor& to, const char* data, ssize_t size) {
   while (size > 0) {
     const ssize_t written = send(to.get(), data, static_cast<std::size_t>(size), MSG_NOSIGNAL);
     if (written <= 0) return false;
@@ -31,17 +35,33 @@ bool writeAll(const Socket& to, const char* data, ssize_t size) {
   return true;
 }
 
+// Whether a request begins in what a client has sent: an HTTP/2 frame of headers. Connections also
+// open, acknowledge and take their leave, and nobody waits for an answer to that.
+bool beginsRequest(const std::array<char, 65536>& sent, ssize_t size) {
+  constexpr std::string_view kPreface = "PRI * HTTP/2.0\r\n\r\nSM\r\n\r\n";
+  constexpr std::size_t kFrameHead = 9;
+  constexpr char kHeaders = 1;
+  const std::string_view all(sent.data(), static_cast<std::size_t>(size));
+  std::size_t at = all.starts_with(kPreface) ? kPreface.size() : 0;
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(all[at + i]); };
+  while (at + kFrameHead <= all.size()) {
+    if (all[at + 3] == kHeaders) return true;
+    at += kFrameHead + (std::size_t{byte(0)} << 16 | std::size_t{byte(1)} << 8 | byte(2));
+  }
+  return false;
+}
+
 }  // namespace
 
 Proxy::Proxy(const std::string& target)
-    : m_targetPort(portOfEndpoint(target)), m_listener(boundSocket()) {
+    : m_targetPort(portOfEndpoint(target)), m_listener(EtcdNodes::boundSocket()) {
   std::array<int, 2> pair{};
   if (listen(m_listener.get(), 16) != 0 ||
       socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, pair.data()) != 0) {
     throw std::runtime_error("the proxy cannot listen");
   }
-  m_wakeReader = Socket(pair[0]);
-  m_wakeWriter = Socket(pair[1]);
+  m_wakeReader = Descriptor(pair[0]);
+  m_wakeWriter = Descriptor(pair[1]);
   m_thread = std::thread([this] { run(); });
 }
 
@@ -52,7 +72,7 @@ Proxy::~Proxy() {
 }
 
 std::string Proxy::endpoint() const {
-  return "127.0.0.1:" + std::to_string(portOf(m_listener));
+  return "127.0.0.1:" + std::to_string(EtcdNodes::portOf(m_listener));
 }
 
 void Proxy::setMute(bool mute) {
@@ -97,10 +117,10 @@ void Proxy::run() {
 
 void Proxy::accept() {
   Connection connection;
-  connection.client = Socket(accept4(m_listener.get(), nullptr, nullptr, SOCK_CLOEXEC));
+  connection.client = Descriptor(accept4(m_listener.get(), nullptr, nullptr, SOCK_CLOEXEC));
   if (m_down) return;
-  connection.server = Socket(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-  const sockaddr_in address = loopback(m_targetPort);
+  connection.server = Descriptor(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  const sockaddr_in address = EtcdNodes::loopback(m_targetPort);
   if (connect(connection.server.get(), reinterpret_cast<const sockaddr*>(&address),
               sizeof address) != 0) {
     return;
@@ -112,7 +132,7 @@ void Proxy::serve(Connection& connection, bool clientReady, bool serverReady) {
   std::array<char, 65536> buffer;
   if (clientReady) {
     const ssize_t size = readSome(connection.client, buffer);
-    if (size >= kLeastMessage && m_losing.exchange(false)) connection.awaitsAnswer = true;
+    if (beginsRequest(buffer, size) && m_losing.exchange(false)) connection.awaitsAnswer = true;
     connection.broken = size == 0 || !writeAll(connection.server, buffer.data(), size);
   }
   if (serverReady && !connection.broken) {

@@ -10,7 +10,7 @@
 #include <string>
 #include <thread>
 
-#include "tests/cluster/Ports.h"
+#include "apps/etcd_nodes/Ports.h"
 
 namespace EventSystemTest {
 
@@ -41,8 +41,8 @@ class Proxy {
 
  private:
   struct Connection {
-    Socket client;
-    Socket server;
+    EtcdNodes::Descriptor client;
+    EtcdNodes::Descriptor server;
     bool awaitsAnswer = false;  // the request that loses its answer went through here
     bool broken = false;
   };
@@ -53,9 +53,9 @@ class Proxy {
   void wake() const;
 
   const unsigned short m_targetPort;
-  Socket m_listener;
-  Socket m_wakeReader;
-  Socket m_wakeWriter;
+  EtcdNodes::Descriptor m_listener;
+  EtcdNodes::Descriptor m_wakeReader;
+  EtcdNodes::Descriptor m_wakeWriter;
   std::list<Connection> m_connections;  // of the thread
 
   std::atomic<bool> m_stopping{false};

@@ -30,6 +30,8 @@ const char* __tsan_default_suppressions() {
          "called_from_lib:libabsl_status.so\n"
          "called_from_lib:libabsl_strings.so\n"
          "called_from_lib:libabsl_str_format_internal.so\n"
+         "called_from_lib:libabsl_random_internal_pool_urbg.so\n"
+         "called_from_lib:libabsl_random_internal_seed_material.so\n"
          "called_from_lib:libabsl_raw_hash_set.so\n"
          "called_from_lib:libabsl_time.so\n"
          "called_from_lib:libabsl_time_zone.so\n";

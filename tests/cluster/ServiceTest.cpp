@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 
 #include "EventSystem/platform/ClusterAPI.h"
+#include "apps/etcd_nodes/Ports.h"
 #include "host/cluster/ClusterService.h"
 #include "tests/cluster/EtcdCluster.h"
 #include "tests/cluster/LogCapture.h"
-#include "tests/cluster/Ports.h"
 
 namespace EventSystemTest {
 namespace {
@@ -108,7 +108,7 @@ TEST(ClusterService, StartsWithAWarningWhenOneMemberIsDown) {
 
 TEST(ClusterService, SaysWhichEndpointsCannotBeReached) {
   ClusterConfiguration configuration;
-  for (const unsigned short port : freePorts(2)) {
+  for (const unsigned short port : EtcdNodes::freePorts(2)) {
     configuration.endpoints.push_back("127.0.0.1:" + std::to_string(port));
   }
   EXPECT_THAT(startFailure(configuration),

@@ -17,8 +17,13 @@ constexpr std::chrono::minutes kPatience{1};
 Workload::Workload(const EventSystemHost::ClusterConfiguration& configuration,
                    const WorkloadOptions& options)
     : m_configuration(configuration), m_options(options) {
-  for (int i = 0; i < options.producers; ++i) m_threads.emplace_back([this, i] { produce(i); });
-  m_threads.emplace_back([this] { consume(); });
+  for (int i = 0; i <= options.producers; ++i) {
+    m_clients.push_back(std::make_unique<ClusterClient>(configuration));
+  }
+  for (std::size_t i = 1; i < m_clients.size(); ++i) {
+    m_threads.emplace_back([this, i] { produce(*m_clients[i], "member" + std::to_string(i)); });
+  }
+  m_threads.emplace_back([this] { consume(*m_clients[0]); });
 }
 
 Workload::~Workload() {
@@ -28,14 +33,14 @@ Workload::~Workload() {
   }
 }
 
-void Workload::produce(int producer) {
-  const std::string member = "member" + std::to_string(producer);
-  ClusterClient client(m_configuration);
+// A write begins when its event is handed in for the first time: if that try was stored although it
+// was reported as failed, its place in the queue is the event's.
+void Workload::produce(ClusterClient& client, const std::string& member) {
   for (long number = 0; !m_stopping; ++number) {
     const std::string text = "event " + std::to_string(number) + " of " + member;
+    const auto begin = History::now();
     for (bool stored = false; !stored;) {
       unsigned long id = 0;
-      const auto begin = History::now();
       stored = client.newEvent(kQueue, member, text, 0, id, 0) == 0;
       if (stored) {
         m_history.wrote(text, id, begin, History::now());
@@ -53,8 +58,7 @@ void Workload::produce(int producer) {
 }
 
 // Reads upwards and deletes what it is given.
-void Workload::consume() {
-  ClusterClient client(m_configuration);
+void Workload::consume(ClusterClient& client) {
   unsigned long last = 0;
   while (!m_stopping) {
     unsigned long id = 0;

@@ -7,6 +7,7 @@
 #define EVENTSYSTEM_TESTS_CLUSTER_WORKLOAD_H
 
 #include <atomic>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -24,7 +25,8 @@ struct WorkloadOptions {
 
 class Workload {
  public:
-  // Each client gets this configuration, so that proxies can stand in between.
+  // Each client gets this configuration, so that proxies can stand in between. Returns when all of
+  // them have connected: harm that comes later is harm to calls, not to a start.
   Workload(const EventSystemHost::ClusterConfiguration& configuration,
            const WorkloadOptions& options);
   // Stops the threads.
@@ -45,8 +47,8 @@ class Workload {
 
  private:
   static bool waitForMore(const std::atomic<long>& counter, long more);
-  void produce(int producer);
-  void consume();
+  void produce(EventSystemHost::ClusterClient& client, const std::string& member);
+  void consume(EventSystemHost::ClusterClient& client);
   void readTheRest();
 
   const EventSystemHost::ClusterConfiguration m_configuration;
@@ -55,6 +57,7 @@ class Workload {
   std::atomic<bool> m_stopping{false};
   std::atomic<long> m_acknowledged{0};
   std::atomic<long> m_failures{0};
+  std::vector<std::unique_ptr<EventSystemHost::ClusterClient>> m_clients;  // the consumer's first
   std::vector<std::thread> m_threads;
 };
 

@@ -234,5 +234,43 @@ TEST_F(Import, TakesWhatOnlyLooksDifferent) {
   EXPECT_EQ(outcome.out, "Imported 9, refused 0.\n") << outcome.err;
 }
 
+TEST_F(Import, AcknowledgesEachEventBeforeItAwaitsTheNextLine) {
+  addDataSelection(4);
+  for (const char* const durability : {"strict", "group", "relaxed"}) {
+    std::ofstream(home() / "host.ini") << "[database]\ndurability = " << durability << '\n';
+    const std::string first = std::to_string(ids().size() + 1);
+    Program import(at({"import", "-", "--acknowledge"}), {.keepInputOpen = true});
+    import.write("# a comment\n" + serverStatus("a") + "\n");
+    ASSERT_TRUE(import.waitForOutput("2 0 " + first + "\n"));
+    EXPECT_THAT(output({"list"}), HasSubstr("a state=1"));
+    import.write("no event\n\ndsid=4 " + serverStatus("b") + "\n");
+    ASSERT_TRUE(import.waitForOutput("5 4 "));
+    import.closeInput();
+    const Outcome outcome = import.wait();
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.out, ::testing::EndsWith("Imported 2, refused 1.\n"));
+    EXPECT_THAT(linesOf(outcome.out), SizeIs(3));
+  }
+  EXPECT_THAT(ids(4), ElementsAre(1, 2, 3));
+}
+
+TEST_F(Import, AcknowledgesInJson) {
+  addDataSelection(4);
+  const auto lines =
+      jsonLines(output({"import", "-", "--acknowledge", "--json"},
+                       {.input = serverStatus("a") + "\ndsid=4 " + serverStatus("b") + "\n"}));
+  EXPECT_THAT(lines, ElementsAre(json{{"line", 1}, {"dsid", 0}, {"id", 1}},
+                                 json{{"line", 2}, {"dsid", 4}, {"id", 1}},
+                                 json{{"imported", 2}, {"refused", 0}}));
+}
+
+TEST_F(Import, StopsWhenNobodyTakesItsAcknowledgements) {
+  const Outcome outcome = run({"import", "-", "--acknowledge"},
+                              {.out = Surroundings::Out::kBrokenPipe,
+                               .input = serverStatus("a") + "\n" + serverStatus("b") + "\n"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(ids(), ElementsAre(1));
+}
+
 }  // namespace
 }  // namespace EventSystemTest

@@ -1,0 +1,74 @@
+#include "apps/eventctl/ClusterFollower.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <utility>
+
+#include "apps/eventctl/CommandError.h"
+
+namespace EventCtl {
+namespace {
+
+constexpr std::chrono::milliseconds kInterval(250);
+constexpr std::chrono::milliseconds kPatience(2000);  // of a look, so that a stop is soon seen
+
+EventSystemHost::ClusterConfiguration impatient(EventSystemHost::ClusterConfiguration values) {
+  values.deadline = std::min(values.deadline, kPatience);
+  return values;
+}
+
+}  // namespace
+
+ClusterFollower::ClusterFollower(const GlobalOptions& global, const StopSignals& stop,
+                                 Consumer& consumer,
+                                 const EventSystemHost::HostConfiguration& configuration)
+    : m_global(global),
+      m_stop(stop),
+      m_consumer(consumer),
+      m_service(impatient(configuration.cluster), configuration.clusterQueue),
+      m_reader(m_service) {}
+
+void ClusterFollower::run(OpenHost host) {
+  QueueSession session(std::move(host));
+  requireDataSelection(m_global.dsid);
+  session.leaveDatabase(m_global);
+  do {
+    round(session);
+  } while (!m_consumer.finished() && !m_stop.arrived() && wait());
+}
+
+// Ids are handed out upwards, so nothing is new while the highest one stays. It goes down when the
+// queue was removed or restored from a backup.
+void ClusterFollower::round(QueueSession& session) {
+  try {
+    const unsigned long highest = m_reader.highestId(m_global.dsid);
+    if (m_drainedTo != highest) {
+      m_consumer.drain(session, [this] { return m_stop.arrived(); });
+      m_drainedTo = highest;
+    }
+    if (std::exchange(m_failing, false)) complain("the cluster service answers again");
+  } catch (const CommandError& problem) {
+    tell(problem.what());
+  }
+}
+
+// Once for each time that the service is away.
+void ClusterFollower::tell(const std::string& failure) {
+  if (!std::exchange(m_failing, true)) complain(failure + "; trying again");
+}
+
+// False when a stop is asked for.
+bool ClusterFollower::wait() const {
+  std::array<pollfd, 2> waits = {
+      {{.fd = m_stop.descriptor(), .events = POLLIN, .revents = 0},
+       {.fd = standardOutput().descriptor(), .events = 0, .revents = 0}}};
+  const int ready = ::poll(waits.data(), waits.size(), static_cast<int>(kInterval.count()));
+  if (ready <= 0) return true;
+  if (waits[0].revents != 0) return false;
+  throw readerHasGone();
+}
+
+}  // namespace EventCtl

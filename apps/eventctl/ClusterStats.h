@@ -1,0 +1,22 @@
+// How the cluster is, as `eventctl stats` shows it.
+//
+// Thread safety: functions that use only their arguments.
+
+#ifndef EVENTSYSTEM_APPS_EVENTCTL_CLUSTERSTATS_H
+#define EVENTSYSTEM_APPS_EVENTCTL_CLUSTERSTATS_H
+
+#include <nlohmann/json.hpp>
+
+#include "apps/eventctl/Output.h"
+#include "host/cluster/ClusterReport.h"
+
+namespace EventCtl {
+
+nlohmann::ordered_json jsonOfCluster(const EventSystemHost::ClusterReport& report);
+
+// The members, one a row, and the alarms.
+void printCluster(Output& output, const EventSystemHost::ClusterReport& report);
+
+}  // namespace EventCtl
+
+#endif

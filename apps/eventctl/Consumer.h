@@ -1,0 +1,49 @@
+// Hands the events of a queue to standard output and then deletes them.
+//
+// Thread safety: none; used by the main thread.
+
+#ifndef EVENTSYSTEM_APPS_EVENTCTL_CONSUMER_H
+#define EVENTSYSTEM_APPS_EVENTCTL_CONSUMER_H
+
+#include "apps/eventctl/CommandLine.h"
+#include "apps/eventctl/EventView.h"
+#include "apps/eventctl/Output.h"
+#include "apps/eventctl/Session.h"
+
+namespace EventCtl {
+
+struct ConsumeOptions {
+  unsigned long limit = 0;  // 0: no limit
+  bool keep = false;
+  bool follow = false;
+};
+
+class Consumer {
+ public:
+  Consumer(const GlobalOptions& global, const ConsumeOptions& options);
+
+  // Whether as much is done as was asked for.
+  bool finished() const { return reachedLimit() && m_printed == 0; }
+  unsigned long count() const { return m_count; }
+
+  // Prints and deletes until the queue is empty, the limit is reached or `stop` says so. After a
+  // failure it can be called again: what was printed is not printed again.
+  void drain(QueueSession& session, const StopAsked& stop);
+
+ private:
+  bool reachedLimit() const { return m_options.limit != 0 && m_count == m_options.limit; }
+  void print(EventSystem::Event& event);
+  void finishPrinted(QueueSession& session);
+
+  Output& m_output = standardOutput();
+  const GlobalOptions& m_global;
+  const ConsumeOptions& m_options;
+  Table m_table;
+  unsigned long m_after = 0;
+  unsigned long m_count = 0;
+  unsigned long m_printed = 0;  // the event that is printed and not deleted yet
+};
+
+}  // namespace EventCtl
+
+#endif
