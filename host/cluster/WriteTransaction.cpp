@@ -99,12 +99,14 @@ EtcdResult highestId(const QueueLane& lane, unsigned long& highest) {
   return {};
 }
 
+// A try that lost has just learnt how the queue stands, so the next one follows at once: after a
+// pause it would be late for sure, and a member without pauses would never be beaten.
 void ContentionPause::wait() {
-  constexpr int kFreeRounds = 2;
-  constexpr int kMostDoublings = 5;
-  if (++m_rounds <= kFreeRounds) return;
+  constexpr int kTriesInARow = 4;
+  constexpr int kMostDoublings = 4;
+  if (++m_rounds % kTriesInARow != 0) return;
   thread_local std::mt19937 random(std::random_device{}());
-  const int longest = 1000 << std::min(m_rounds - kFreeRounds, kMostDoublings);
+  const int longest = 1000 << std::min(m_rounds / kTriesInARow, kMostDoublings);
   std::uniform_int_distribution<int> microseconds(0, longest);
   std::this_thread::sleep_for(std::chrono::microseconds(microseconds(random)));
 }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <array>
+#include <atomic>
 #include <set>
 #include <thread>
 
@@ -103,6 +105,28 @@ TEST_F(ClusterQueue, ServesSeveralThreadsThroughOneClient) {
   for (const StoredEvent& event : allEvents(client)) texts.insert(event.text);
   EXPECT_EQ(texts.size(), kThreads * kEach);
   EXPECT_EQ(store(client, "last"), kThreads * kEach + 1);
+}
+
+// One who loses the race for an id must not learn the outcome only to wait until it is stale.
+TEST_F(ClusterQueue, LetsNoMemberStarve) {
+  constexpr unsigned long kAll = 1200;
+  constexpr unsigned long kLeast = kAll / 10;
+  std::array<unsigned long, 3> stored{};
+  std::atomic<unsigned long> last{0};
+  std::vector<std::thread> members;
+  for (unsigned long& own : stored) {
+    members.emplace_back([&] {
+      ClusterClient member(etcd.configuration());
+      while (last < kAll) {
+        const unsigned long id = store(member, "event");
+        ASSERT_NE(id, 0u);
+        last = id;
+        ++own;
+      }
+    });
+  }
+  for (std::thread& member : members) member.join();
+  for (const unsigned long own : stored) EXPECT_GE(own, kLeast);
 }
 
 TEST_F(ClusterQueue, CostsOneRequestForEachCallOnceItIsUnderWay) {
