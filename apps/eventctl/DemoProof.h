@@ -38,11 +38,10 @@ struct DemoFound {
 struct DemoProof {
   std::vector<unsigned long> acknowledged;  // by writer
   unsigned long found = 0;
-  unsigned long unanswered = 0;  // of those found, not acknowledged: stored, but nobody was told
-  unsigned long lost = 0;        // acknowledged and not there
-  unsigned long doubled = 0;     // there once more than once
-  unsigned long disordered =
-      0;  // id not above the one before, or before an earlier event of its writer
+  unsigned long unanswered = 0;   // of those found, not acknowledged: stored, but nobody was told
+  unsigned long lost = 0;         // acknowledged and not there
+  unsigned long doubled = 0;      // there once more than once
+  unsigned long disordered = 0;   // id not above the one before, or its writer's order changed
   unsigned long misnumbered = 0;  // under another id than the acknowledged one
   unsigned long foreign = 0;      // what nobody wrote in this form to this queue
 

@@ -7,12 +7,21 @@
 namespace {
 
 std::shared_ptr<EventSystemHost::ClusterClient> startedClient(const char* operation) {
+  // What stands if the call does not return.
+  EventSystemHost::noteClusterCall("the call was given up");
   auto client = EventSystemHost::clusterClient();
   if (!client) {
     EventSystemHost::noteClusterCall("the cluster service is not started");
     ErrorA(4, "%s the cluster service is not started", operation);
   }
   return client;
+}
+
+// The library writes an event string into a buffer of this size, and cuts what does not fit.
+constexpr std::size_t kLibraryBuffer = 2048;
+
+bool isCut(const std::string& eventString) {
+  return eventString.size() >= kLibraryBuffer - 1 && !eventString.ends_with("}}");
 }
 
 }  // namespace
@@ -27,6 +36,12 @@ unsigned int ClusterAPI::newEvent(const std::string& a, const std::string& b,
                                   unsigned long& newId, unsigned int dsid) {
   const auto client = startedClient(__func__);
   if (!client) return EventSystemHost::kClusterNotStarted;
+  if (isCut(eventString)) {
+    EventSystemHost::noteClusterCall("the event string does not fit and was cut");
+    ErrorA(4, "%s The event string does not fit and was cut; it is not stored: %s", __func__,
+           eventString.c_str());
+    return EventSystemHost::kClusterBadArgument;
+  }
   const unsigned int status = client->newEvent(a, b, eventString, id, newId, dsid);
   if (status == 0) EventSystemHost::noteNewEvent(newId);
   return status;

@@ -1,11 +1,13 @@
 #include "host/cluster/ClusterClient.h"
 
+#include <algorithm>
 #include <map>
 #include <mutex>
 #include <stdexcept>
 #include <utility>
 
 #include "EventSystem/platform/HostLog.h"
+#include "host/cluster/CopyRun.h"
 #include "host/cluster/CopyWriter.h"
 #include "host/cluster/GrpcLog.h"
 #include "host/cluster/LastCall.h"
@@ -32,14 +34,6 @@ unsigned int statusOf(EtcdFailure failure) {
     default:
       return kClusterRefused;
   }
-}
-
-unsigned int conclude(const char* operation, const QueueLane& lane, const EtcdResult& result) {
-  noteClusterCall(result.message);
-  if (result.ok()) return 0;
-  ErrorA(4, "%s queue %s, data selection %u: %s", operation, lane.queue.c_str(), lane.dsid,
-         result.message.c_str());
-  return statusOf(result.failure);
 }
 
 // Logs why the arguments are no good; nothing is sent.
@@ -83,6 +77,22 @@ struct ClusterClient::Parts {
     return *slot;
   }
 
+  // Notes and logs what came of a call, with the endpoints where etcd was not even asked.
+  unsigned int conclude(const char* operation, const QueueLane& lane, EtcdResult result) const {
+    if (result.ok()) {
+      noteClusterCall("");
+      return 0;
+    }
+    const bool named = std::any_of(
+        configuration.endpoints.begin(), configuration.endpoints.end(),
+        [&](const std::string& each) { return result.message.find(each) != std::string::npos; });
+    if (!named) result.message += " (at " + channel.endpoints() + ")";
+    noteClusterCall(result.message);
+    ErrorA(4, "%s queue %s, data selection %u: %s", operation, lane.queue.c_str(), lane.dsid,
+           result.message.c_str());
+    return statusOf(result.failure);
+  }
+
   const GrpcLog grpcLog;
   const ClusterConfiguration configuration;
   EtcdChannel channel;
@@ -91,6 +101,7 @@ struct ClusterClient::Parts {
   PlainWriter plainWriter;
   CopyWriter copyWriter;
   WindowReader reader;
+  CopyRun copyRun;
 
   std::mutex mutex;  // guards the members below
   std::map<std::pair<std::string, unsigned int>, std::unique_ptr<QueueLane>> lanes;
@@ -110,17 +121,42 @@ ClusterClient::~ClusterClient() = default;
 unsigned int ClusterClient::newEvent(const std::string& queue, const std::string& member,
                                      const std::string& text, unsigned long id,
                                      unsigned long& newId, unsigned int dsid) {
-  const char* const operation = id == 0 ? "newEvent" : "newEvent (copy)";
   newId = 0;
-  if (!acceptable(operation, faultOf(queue, member, text), dsid)) return kClusterBadArgument;
+  return id == 0 ? writeEvent(queue, member, text, newId, dsid)
+                 : copyEvent(queue, member, text, id, newId, dsid);
+}
+
+unsigned int ClusterClient::writeEvent(const std::string& queue, const std::string& member,
+                                       const std::string& text, unsigned long& newId,
+                                       unsigned int dsid) {
+  constexpr const char* kOperation = "newEvent";
+  if (!acceptable(kOperation, faultOf(queue, member, text), dsid)) return kClusterBadArgument;
   const Deadline deadline(m_parts->configuration.deadline);
   QueueLane& lane = m_parts->lane(queue, dsid);
+  m_parts->copyRun.end();
   const Gate::Pass pass(lane.gate, deadline);
-  if (!pass) return conclude(operation, lane, occupied());
+  return m_parts->conclude(
+      kOperation, lane,
+      pass ? m_parts->plainWriter.write(lane, eventValue(member, text), deadline, newId)
+           : occupied());
+}
+
+unsigned int ClusterClient::copyEvent(const std::string& queue, const std::string& member,
+                                      const std::string& text, unsigned long id,
+                                      unsigned long& newId, unsigned int dsid) {
+  constexpr const char* kOperation = "newEvent (copy)";
+  if (!acceptable(kOperation, faultOf(queue, member, text), dsid)) return kClusterBadArgument;
+  const Deadline deadline(m_parts->configuration.deadline);
+  QueueLane& lane = m_parts->lane(queue, dsid);
+  if (!m_parts->copyRun.admits(lane, id)) {
+    noteClusterCall("a copy before this one failed, and this one waits for it");
+    return kClusterBusy;
+  }
+  const Gate::Pass pass(lane.gate, deadline);
   const EtcdResult result =
-      id == 0 ? m_parts->plainWriter.write(lane, eventValue(member, text), deadline, newId)
-              : m_parts->copyWriter.copy(lane, member, id, text, deadline, newId);
-  return conclude(operation, lane, result);
+      pass ? m_parts->copyWriter.copy(lane, member, id, text, deadline, newId) : occupied();
+  m_parts->copyRun.note(lane, id, result.ok());
+  return m_parts->conclude(kOperation, lane, result);
 }
 
 unsigned int ClusterClient::getNextEvent(const std::string& queue, unsigned long afterId,
@@ -128,19 +164,21 @@ unsigned int ClusterClient::getNextEvent(const std::string& queue, unsigned long
                                          unsigned int dsid) {
   id = 0;
   if (!acceptable(__func__, nameFault("queue", queue), dsid)) return kClusterBadArgument;
+  m_parts->copyRun.end();
   QueueLane& lane = m_parts->lane(queue, dsid);
-  FoundEvent found;
+  ClusterEvent found;
   const EtcdResult result =
       m_parts->reader.next(lane, afterId, Deadline(m_parts->configuration.deadline), found);
   id = found.id;
-  member = std::move(found.value.member);
-  text = std::move(found.value.text);
-  return conclude(__func__, lane, result);
+  member = std::move(found.member);
+  text = std::move(found.text);
+  return m_parts->conclude(__func__, lane, result);
 }
 
 unsigned int ClusterClient::deleteEventById(const std::string& queue, unsigned long id,
                                             unsigned int dsid) {
   if (!acceptable(__func__, nameFault("queue", queue), dsid)) return kClusterBadArgument;
+  m_parts->copyRun.end();
   QueueLane& lane = m_parts->lane(queue, dsid);
   etcdserverpb::DeleteRangeRequest request;
   request.set_key(lane.keys.event(id));
@@ -149,7 +187,7 @@ unsigned int ClusterClient::deleteEventById(const std::string& queue, unsigned l
       m_parts->channel.deleteRange(request, answer, Deadline(m_parts->configuration.deadline));
   // Only an event that was there tells that its id was handed out.
   if (result.ok() && answer.deleted() > 0) lane.emptied(id);
-  return conclude(__func__, lane, result);
+  return m_parts->conclude(__func__, lane, result);
 }
 
 unsigned int ClusterClient::forgetCopies(const std::string& queue, const std::string& member,
@@ -158,7 +196,7 @@ unsigned int ClusterClient::forgetCopies(const std::string& queue, const std::st
   const QueueLane& lane = m_parts->lane(queue, dsid);
   const EtcdResult result =
       m_parts->copyWriter.forget(lane, member, belowId, Deadline(m_parts->configuration.deadline));
-  return conclude(__func__, lane, result);
+  return m_parts->conclude(__func__, lane, result);
 }
 
 ClusterReport ClusterClient::report() {

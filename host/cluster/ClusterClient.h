@@ -39,7 +39,8 @@ class ClusterClient {
   ClusterClient& operator=(const ClusterClient&) = delete;
 
   // As ClusterAPI.h. A plain write (id 0) that fails is stored once or not at all, and the same
-  // event handed in again is not stored twice.
+  // event handed in again is not stored twice. When a copy (any other id) fails, copies with
+  // higher ids fail with kClusterBusy until it is handed in again or another call is made.
   unsigned int newEvent(const std::string& queue, const std::string& member,
                         const std::string& text, unsigned long id, unsigned long& newId,
                         unsigned int dsid);
@@ -58,6 +59,12 @@ class ClusterClient {
   unsigned long roundTrips() const;
 
  private:
+  unsigned int writeEvent(const std::string& queue, const std::string& member,
+                          const std::string& text, unsigned long& newId, unsigned int dsid);
+  unsigned int copyEvent(const std::string& queue, const std::string& member,
+                         const std::string& text, unsigned long id, unsigned long& newId,
+                         unsigned int dsid);
+
   struct Parts;
   std::unique_ptr<Parts> m_parts;
 };

@@ -30,7 +30,7 @@ struct ClusterReader::Parts {
 
   EventPage page(const EtcdKeys& keys, unsigned long first, unsigned long last) {
     EventPage page;
-    require(PageReader(channel).read(keys, first, last, deadline(), page));
+    require(PageReader(channel).read(keys, first, last, kPageEvents, deadline(), page));
     return page;
   }
 

@@ -45,12 +45,4 @@ unsigned int forgetCopies(const std::string& queue, const std::string& member,
   return client ? client->forgetCopies(queue, member, belowId, dsid) : kClusterNotStarted;
 }
 
-ClusterReport clusterStatus() {
-  const std::shared_ptr<ClusterClient> client = clusterClient();
-  if (client) return client->report();
-  ClusterReport report;
-  report.failure = "the cluster service is not started";
-  return report;
-}
-
 }  // namespace EventSystemHost

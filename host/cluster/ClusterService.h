@@ -11,7 +11,6 @@
 
 #include "host/cluster/ClusterClient.h"
 #include "host/cluster/ClusterConfiguration.h"
-#include "host/cluster/ClusterReport.h"
 
 namespace EventSystemHost {
 
@@ -28,9 +27,6 @@ std::shared_ptr<ClusterClient> clusterClient();
 // As ClusterClient::forgetCopies(); kClusterNotStarted when no service runs.
 unsigned int forgetCopies(const std::string& queue, const std::string& member,
                           unsigned long belowId, unsigned int dsid);
-
-// How the cluster is. Without a service the report has no members and says so as its failure.
-ClusterReport clusterStatus();
 
 }  // namespace EventSystemHost
 

@@ -68,6 +68,9 @@ class EtcdChannel {
   void probeAvoided();
 
   // Requests sent so far.
+  // All of them, separated by commas.
+  const std::string& endpoints() const { return m_allEndpoints; }
+
   unsigned long roundTrips() const { return m_roundTrips; }
 
  private:

@@ -1,6 +1,6 @@
 // The quota of a member's database. etcd 3.4 tells it only among its metrics, over HTTP.
 //
-// Thread safety: a function without shared state.
+// Thread safety: functions without shared state.
 
 #ifndef EVENTSYSTEM_HOST_CLUSTER_ETCDQUOTA_H
 #define EVENTSYSTEM_HOST_CLUSTER_ETCDQUOTA_H

@@ -9,7 +9,8 @@ EtcdResult notOurs(const std::string& key) {
   return {EtcdFailure::kRefused, "the key " + key + " was not written by this system", false};
 }
 
-// A value that no member has written is an event all the same, for whoever looks for damage.
+// A value that no member has written is an event all the same: whoever looks for damage sees it,
+// and a consumer does not stop there for ever.
 EtcdResult addEvent(const etcdserverpb::KeyValue& entry, EventPage& page) {
   const auto id = idOfKey(entry.key());
   if (!id) return notOurs(entry.key());
@@ -24,18 +25,19 @@ EtcdResult takeHighest(const etcdserverpb::RangeResponse& sequence, EventPage& p
   const auto highest = parsePadded(sequence.kvs(0).value());
   if (!highest) return notOurs(sequence.kvs(0).key());
   page.highest = *highest;
+  page.birth = sequence.kvs(0).create_revision();
   return {};
 }
 
 }  // namespace
 
 EtcdResult PageReader::read(const EtcdKeys& keys, unsigned long first, unsigned long last,
-                            const Deadline& deadline, EventPage& page) {
+                            std::size_t most, const Deadline& deadline, EventPage& page) {
   etcdserverpb::TxnRequest request;
   etcdserverpb::RangeRequest& events = *request.add_success()->mutable_request_range();
   events.set_key(keys.event(first));
   events.set_range_end(successor(keys.event(last)));
-  events.set_limit(kPageEvents);
+  events.set_limit(static_cast<std::int64_t>(most));
   request.add_success()->mutable_request_range()->set_key(keys.sequence());
 
   page = {};
@@ -47,7 +49,7 @@ EtcdResult PageReader::read(const EtcdKeys& keys, unsigned long first, unsigned 
     result = addEvent(entry, page);
     if (!result.ok()) return result;
   }
-  page.last = page.events.size() < kPageEvents ? last : page.events.back().id;
+  page.last = page.events.size() < most ? last : page.events.back().id;
   return takeHighest(answer.responses(1).response_range(), page);
 }
 

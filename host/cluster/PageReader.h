@@ -14,12 +14,13 @@
 namespace EventSystemHost {
 
 // How many events a page has at most: well below what one message of gRPC holds.
-constexpr unsigned long kPageEvents = 500;
+constexpr std::size_t kPageEvents = 500;
 
 struct EventPage {
   std::vector<ClusterEvent> events;
   unsigned long last = 0;     // the highest id that was looked at
   unsigned long highest = 0;  // id handed out in the queue
+  std::int64_t birth = 0;     // the revision that created the queue's sequence
 };
 
 class PageReader {
@@ -27,8 +28,8 @@ class PageReader {
   // `channel` outlives it.
   explicit PageReader(EtcdChannel& channel) : m_channel(channel) {}
 
-  // The events with ids from `first` to `last`, as far as they fit on a page.
-  EtcdResult read(const EtcdKeys& keys, unsigned long first, unsigned long last,
+  // The first `most` events with ids from `first` to `last`.
+  EtcdResult read(const EtcdKeys& keys, unsigned long first, unsigned long last, std::size_t most,
                   const Deadline& deadline, EventPage& page);
 
  private:

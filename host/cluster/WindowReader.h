@@ -5,30 +5,22 @@
 #ifndef EVENTSYSTEM_HOST_CLUSTER_WINDOWREADER_H
 #define EVENTSYSTEM_HOST_CLUSTER_WINDOWREADER_H
 
-#include "host/cluster/EtcdChannel.h"
-#include "host/cluster/EtcdKeys.h"
+#include "host/cluster/PageReader.h"
 #include "host/cluster/QueueLane.h"
 
 namespace EventSystemHost {
 
-struct FoundEvent {
-  unsigned long id = 0;  // 0: the end of the queue
-  EventValue value;
-};
-
 class WindowReader {
  public:
   // `channel` outlives it.
-  explicit WindowReader(EtcdChannel& channel) : m_channel(channel) {}
+  explicit WindowReader(EtcdChannel& channel) : m_reader(channel) {}
 
+  // `found.id` is 0 at the end of the queue.
   EtcdResult next(QueueLane& lane, unsigned long afterId, const Deadline& deadline,
-                  FoundEvent& found);
+                  ClusterEvent& found);
 
  private:
-  struct Window;
-  EtcdResult read(const QueueLane& lane, Window& window, const Deadline& deadline);
-
-  EtcdChannel& m_channel;
+  PageReader m_reader;
 };
 
 }  // namespace EventSystemHost

@@ -121,6 +121,19 @@ int InifileGetValueA(const char* section, const char* entry, char* value, unsign
 
 namespace EventSystemHost {
 
+namespace {
+
+// In cluster mode the database is a copy to fall back to, which nobody drains: were it full, the
+// audit records that pass through it would be refused and lost.
+void liftLimits(IniFile& limits) {
+  for (const int entry : {kEntryEventAgeLimit, kEntryEventCountLimit}) {
+    limits.set(_kvr_config_section_string_table_[kSectionEventLimits],
+               _kvr_config_entry_string_table_[entry], "0");
+  }
+}
+
+}  // namespace
+
 void publishConfiguration(const HostConfiguration& configuration) {
   const std::string hostFile = configuration.hostFile.string();
   {
@@ -130,6 +143,7 @@ void publishConfiguration(const HostConfiguration& configuration) {
     files.effective[hostFile].set(_kvr_config_section_string_table_[kSectionAudit],
                                   _kvr_config_entry_string_table_[kEntryAuditDirectory],
                                   configuration.auditDirectory.string());
+    if (configuration.clusterMode) liftLimits(files.effective[files.limitsFile]);
   }
   const std::lock_guard lock(configManager);
   const auto fill = [](auto& target, const std::string& value) {

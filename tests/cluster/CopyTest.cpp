@@ -111,5 +111,40 @@ TEST_F(ClusterCopy, LeavesMarkersOnlyForWhatTheDatabaseStillHolds) {
   EXPECT_EQ(allEvents(client).size(), 11u);
 }
 
+TEST_F(ClusterCopy, DoesNotOvertakeOneThatFailed) {
+  EtcdCluster cluster(1);
+  auto configuration = cluster.configuration();
+  configuration.deadline = std::chrono::milliseconds(500);
+  ClusterClient member(configuration);
+  ASSERT_EQ(store(member, "first", 1), 1u);
+  cluster.pause(0);
+  unsigned long id = 0;
+  EXPECT_EQ(member.newEvent("events", "alpha", "second", 2, id, 0),
+            EventSystemHost::kClusterUnreachable);
+  cluster.resume(0);
+  cluster.waitUntilServing();
+  const unsigned long before = member.roundTrips();
+  EXPECT_EQ(member.newEvent("events", "alpha", "third", 3, id, 0), EventSystemHost::kClusterBusy);
+  EXPECT_EQ(member.roundTrips(), before) << "it asked a service that may be away";
+  // What failed is handed in again, and the rest follows.
+  EXPECT_EQ(store(member, "second", 2), 2u);
+  EXPECT_EQ(store(member, "third", 3), 3u);
+}
+
+TEST_F(ClusterCopy, IsHeldUpByAnotherOnlyUntilSomethingElseIsAskedFor) {
+  EtcdCluster cluster(1);
+  auto configuration = cluster.configuration();
+  configuration.deadline = std::chrono::milliseconds(500);
+  ClusterClient member(configuration);
+  cluster.pause(0);
+  unsigned long id = 0;
+  EXPECT_NE(member.newEvent("events", "alpha", "given up", 2, id, 0), 0u);
+  cluster.resume(0);
+  cluster.waitUntilServing();
+  EXPECT_NE(member.newEvent("events", "alpha", "later", 3, id, 0), 0u);
+  eventAfter(member, 0);
+  EXPECT_NE(store(member, "later", 3), 0u);
+}
+
 }  // namespace
 }  // namespace EventSystemTest

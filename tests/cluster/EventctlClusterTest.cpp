@@ -75,6 +75,16 @@ TEST_F(ClusterSwitch, KeepsTheMarkerOfARowWhoseTextSaysAnotherId) {
   EXPECT_EQ(consume(), 0) << "the marker was given up while its row was there";
 }
 
+// The rows of the copied queue are never consumed here: they must not use up its limit.
+TEST_F(ClusterSwitch, LetsNoLimitOfTheDatabaseRefuseAuditRecords) {
+  for (int i = 0; i < 2; ++i) add("node" + std::to_string(i));
+  std::ofstream(home() / "OrbCentral.ini") << "[events]\ncount_limit = 2\n";
+  leaveAuditRecords({"one", "two"});
+  EXPECT_EQ(consume(), 4);
+  leaveCluster();
+  EXPECT_EQ(run({"add", "legacy", "--payload", "x"}).status, 1) << "the limit is no limit any more";
+}
+
 TEST_F(ClusterSwitch, TakesEveryLineOfAnImportAsANewEventWhateverIdItCarries) {
   joinCluster(m_etcd);
   const std::string line =

@@ -107,6 +107,18 @@ TEST_F(ClusterQueue, ServesSeveralThreadsThroughOneClient) {
   EXPECT_EQ(store(client, "last"), kThreads * kEach + 1);
 }
 
+TEST_F(ClusterQueue, HandsOutAValueThatNoMemberHasWrittenAsItIs) {
+  store(client, "event");
+  etcd.etcdctl({"put", "/eventsystem/events/0000000000/e/00000000000000000001", "foreign"});
+  unsigned long id = 0;
+  std::string member = "left over";
+  std::string text;
+  ASSERT_EQ(client.getNextEvent("events", 0, id, member, text, 0), 0u);
+  EXPECT_EQ(id, 1u);
+  EXPECT_EQ(member, "");
+  EXPECT_EQ(text, "foreign");
+}
+
 // One who loses the race for an id must not learn the outcome only to wait until it is stale.
 TEST_F(ClusterQueue, LetsNoMemberStarve) {
   constexpr unsigned long kAll = 1200;

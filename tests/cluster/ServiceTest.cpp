@@ -38,7 +38,6 @@ TEST(ClusterService, NotStartedFailsEveryCallWithALogLine) {
   EXPECT_THAT(logged(), AllOf(HasSubstr("error 4: newEvent the cluster service is not started"),
                               HasSubstr("error 4: getNextEvent the cluster"),
                               HasSubstr("error 4: deleteEventById the cluster")));
-  EXPECT_THAT(EventSystemHost::clusterStatus().failure, HasSubstr("not started"));
 }
 
 TEST(ClusterService, ServesTheClusterApiFromStartToStop) {
@@ -71,10 +70,24 @@ TEST(ClusterService, TakesItsTokensAlongWhenItStops) {
   EXPECT_THAT(etcd.etcdctl(listing), HasSubstr("/e/00000000000000000001"));
 }
 
+TEST(ClusterService, RefusesAnEventStringThatTheLibraryHasCut) {
+  EtcdCluster etcd(1);
+  EventSystemHost::startCluster(etcd.configuration());
+  unsigned long id = 0;
+  clearLog();
+  ClusterAPI& api = ClusterAPI::instance();
+  EXPECT_NE(api.newEvent("events", "alpha", std::string(2047, 'x'), 0, id, 0), 0u);
+  EXPECT_THAT(logged(), HasSubstr("newEvent The event string does not fit and was cut"));
+  EXPECT_EQ(api.newEvent("events", "alpha", std::string(2045, 'x') + "}}", 0, id, 0), 0u);
+  EXPECT_EQ(api.newEvent("events", "alpha", std::string(2046, 'x'), 0, id, 0), 0u);
+  EXPECT_EQ(id, 2u);
+  EventSystemHost::stopCluster();
+}
+
 TEST(ClusterService, ReportsMembersLeaderAndSizes) {
   EtcdCluster etcd(3);
   EventSystemHost::startCluster(etcd.configuration());
-  const ClusterReport report = EventSystemHost::clusterStatus();
+  const ClusterReport report = EventSystemHost::clusterClient()->report();
   EXPECT_EQ(report.failure, "");
   ASSERT_EQ(report.members.size(), 3u);
   int leaders = 0;
@@ -91,7 +104,7 @@ TEST(ClusterService, ReportsMembersLeaderAndSizes) {
   }
   EXPECT_EQ(leaders, 1);
   etcd.kill(1);
-  const ClusterReport without = EventSystemHost::clusterStatus();
+  const ClusterReport without = EventSystemHost::clusterClient()->report();
   EXPECT_FALSE(without.members[1].reachable);
   EXPECT_THAT(without.members[1].failure, HasSubstr(etcd.endpoint(1)));
   EXPECT_TRUE(without.members[0].reachable);
