@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "host/CopiedRows.h"
+#include "host/Membership.h"
 #include "host/cluster/ClusterService.h"
 #include "host/config/ConfigRegistry.h"
 #include "host/config/ConfigurationLoader.h"
@@ -75,9 +76,11 @@ class OpenDatabase {
 // The process's service at etcd, in cluster mode.
 class RunningCluster {
  public:
-  explicit RunningCluster(const HostConfiguration& configuration) {
+  RunningCluster(const HostConfiguration& configuration, Access access) {
     try {
-      startCluster(configuration.cluster);
+      startCluster(configuration.cluster, access == Access::kReadWrite
+                                              ? std::optional(membershipOf(configuration))
+                                              : std::nullopt);
     } catch (const std::runtime_error& problem) {
       throw HostError(configuration.hostFile.string() + " [cluster]: " + problem.what());
     }
@@ -127,7 +130,7 @@ class Host::Parts {
         m_published(configuration),
         m_database(openDatabase(configuration, access)),
         m_cluster(configuration.clusterMode && access != Access::kReadOnly
-                      ? std::make_unique<RunningCluster>(configuration)
+                      ? std::make_unique<RunningCluster>(configuration, access)
                       : nullptr),
         m_reader(configuration.clusterMode ? std::make_unique<ClusterReader>(
                                                  configuration.cluster, configuration.clusterQueue)

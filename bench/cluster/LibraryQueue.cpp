@@ -1,5 +1,7 @@
 #include "bench/cluster/LibraryQueue.h"
 
+#include <unistd.h>
+
 #include <array>
 #include <fstream>
 #include <stdexcept>
@@ -32,7 +34,7 @@ LibraryQueue::LibraryQueue(const std::vector<std::string>& endpoints, const std:
     : m_event(sampleEvent()) {
   std::ofstream configuration(m_home.path() / "host.ini");
   configuration << "[cluster]\ncluster_mode = 1\nqueue = " << queue << "\nmember = " << kMember
-                << "\nendpoints = ";
+                << getpid() << "\nendpoints = ";
   for (const std::string& endpoint : endpoints) configuration << endpoint << ',';
   configuration.seekp(-1, std::ios::cur);
   configuration << "\n";

@@ -11,6 +11,7 @@
 #include "host/cluster/CopyWriter.h"
 #include "host/cluster/GrpcLog.h"
 #include "host/cluster/LastCall.h"
+#include "host/cluster/MemberClaim.h"
 #include "host/cluster/MemberProbe.h"
 #include "host/cluster/PeriodicTask.h"
 #include "host/cluster/PlainWriter.h"
@@ -197,6 +198,13 @@ unsigned int ClusterClient::forgetCopies(const std::string& queue, const std::st
   const EtcdResult result =
       m_parts->copyWriter.forget(lane, member, belowId, Deadline(m_parts->configuration.deadline));
   return m_parts->conclude(__func__, lane, result);
+}
+
+void ClusterClient::claim(const std::string& queue, const std::string& member,
+                          const MemberHome& home) {
+  const EtcdResult result =
+      claimMember(m_parts->channel, queue, member, home, Deadline(m_parts->configuration.deadline));
+  if (!result.ok()) throw std::runtime_error(result.message);
 }
 
 ClusterReport ClusterClient::report() {

@@ -13,6 +13,7 @@
 
 #include "host/cluster/ClusterConfiguration.h"
 #include "host/cluster/ClusterReport.h"
+#include "host/cluster/MemberHome.h"
 
 namespace EventSystemHost {
 
@@ -52,6 +53,10 @@ class ClusterClient {
   // what was kept to recognise those copies is removed.
   unsigned int forgetCopies(const std::string& queue, const std::string& member,
                             unsigned long belowId, unsigned int dsid);
+
+  // Makes sure that this home alone is the member `member` of the queue. Throws
+  // std::runtime_error whose text says who else is, or what else is wrong.
+  void claim(const std::string& queue, const std::string& member, const MemberHome& home);
 
   ClusterReport report();
 

@@ -26,8 +26,11 @@ void replace(std::shared_ptr<ClusterClient> client) {
 
 }  // namespace
 
-void startCluster(const ClusterConfiguration& configuration) {
-  replace(std::make_shared<ClusterClient>(configuration));
+void startCluster(const ClusterConfiguration& configuration,
+                  const std::optional<ClusterMembership>& membership) {
+  auto client = std::make_shared<ClusterClient>(configuration);
+  if (membership) client->claim(membership->queue, membership->member, membership->home);
+  replace(std::move(client));
 }
 
 void stopCluster() {

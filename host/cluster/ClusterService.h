@@ -7,6 +7,7 @@
 #define EVENTSYSTEM_HOST_CLUSTER_CLUSTERSERVICE_H
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "host/cluster/ClusterClient.h"
@@ -14,9 +15,18 @@
 
 namespace EventSystemHost {
 
-// Connects, logs in and checks. Throws std::runtime_error whose text says what is wrong and where.
-// A service that runs already is replaced.
-void startCluster(const ClusterConfiguration& configuration);
+// Who a writing host is at the service.
+struct ClusterMembership {
+  std::string queue;
+  std::string member;
+  MemberHome home;
+};
+
+// Connects, logs in, checks, and claims the member's name where there is one to claim. Throws
+// std::runtime_error whose text says what is wrong and where. A service that runs already is
+// replaced.
+void startCluster(const ClusterConfiguration& configuration,
+                  const std::optional<ClusterMembership>& membership = std::nullopt);
 
 // Takes back what is left at etcd of this process. Does nothing when no service runs.
 void stopCluster();

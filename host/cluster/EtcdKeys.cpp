@@ -55,6 +55,10 @@ std::string EtcdKeys::copied(const std::string& member, unsigned long id) const 
   return m_prefix + "copied/" + member + "/" + padded(id);
 }
 
+std::string memberKey(const std::string& queue, const std::string& member) {
+  return prefixOf(queue) + "members/" + member;
+}
+
 std::string successor(const std::string& key) {
   return key + '\0';
 }
@@ -78,7 +82,7 @@ std::optional<unsigned long> parsePadded(std::string_view text) {
 }
 
 std::optional<unsigned long> idOfKey(std::string_view key) {
-  if (key.size() < kIdDigits) return std::nullopt;
+  if (key.size() <= kIdDigits || key[key.size() - kIdDigits - 1] != '/') return std::nullopt;
   return parsePadded(key.substr(key.size() - kIdDigits));
 }
 

@@ -4,6 +4,8 @@
 //   /eventsystem/QUEUE/DSID/seq                the highest id handed out
 //   /eventsystem/QUEUE/DSID/last/PRODUCER      the last token of one producer process, a blank, and
 //                                              the id that it got
+//   /eventsystem/QUEUE/members/MEMBER          the identity of the member's home, a line feed, and
+//                                              where it is
 //   /eventsystem/QUEUE/DSID/copied/MEMBER/ID   a line per text that was copied under this id: its
 //                                              hash, a blank, and the id that it got
 //
@@ -46,6 +48,9 @@ std::string successor(const std::string& key);
 
 // The first key behind all that begin with `prefix`, which ends in a character below 0xff.
 std::string behindPrefix(const std::string& prefix);
+
+// Where a member of a queue is known: what home it is.
+std::string memberKey(const std::string& queue, const std::string& member);
 
 std::string padded(unsigned long number);
 

@@ -6,7 +6,10 @@ namespace EventSystemHost {
 namespace {
 
 EtcdResult notOurs(const std::string& key) {
-  return {EtcdFailure::kRefused, "the key " + key + " was not written by this system", false};
+  return {EtcdFailure::kRefused,
+          "the key " + key +
+              " was not written by this system; look at it, and remove it with: etcdctl del KEY",
+          false};
 }
 
 // A value that no member has written is an event all the same: whoever looks for damage sees it,
@@ -44,6 +47,7 @@ EtcdResult PageReader::read(const EtcdKeys& keys, unsigned long first, unsigned 
   etcdserverpb::TxnResponse answer;
   EtcdResult result = m_channel.txn(request, answer, deadline);
   if (!result.ok()) return result;
+  page.revision = answer.header().revision();
   if (answer.responses_size() != 2) return notOurs(keys.sequence());
   for (const auto& entry : answer.responses(0).response_range().kvs()) {
     result = addEvent(entry, page);

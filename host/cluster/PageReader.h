@@ -21,6 +21,7 @@ struct EventPage {
   unsigned long last = 0;     // the highest id that was looked at
   unsigned long highest = 0;  // id handed out in the queue
   std::int64_t birth = 0;     // the revision that created the queue's sequence
+  std::int64_t revision = 0;  // of etcd when it answered
 };
 
 class PageReader {

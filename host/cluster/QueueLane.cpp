@@ -1,5 +1,7 @@
 #include "host/cluster/QueueLane.h"
 
+#include <utility>
+
 namespace EventSystemHost {
 
 EmptySpan QueueLane::span() const {
@@ -20,6 +22,11 @@ void QueueLane::learnEmpty(std::int64_t birth, unsigned long first, unsigned lon
 void QueueLane::emptied(unsigned long id) {
   const std::lock_guard lock(m_spanMutex);
   m_span.emptied(id);
+}
+
+bool QueueLane::wentBack(std::int64_t revision) {
+  const std::lock_guard lock(m_spanMutex);
+  return revision < std::exchange(m_revision, revision);
 }
 
 }  // namespace EventSystemHost

@@ -59,9 +59,13 @@ class QueueLane {
   void learnEmpty(std::int64_t birth, unsigned long first, unsigned long last);
   void emptied(unsigned long id);
 
+  // Whether etcd is at an earlier revision than when this was last asked: it was wiped or restored.
+  bool wentBack(std::int64_t revision);
+
  private:
   mutable std::mutex m_spanMutex;
   EmptySpan m_span;
+  std::int64_t m_revision = 0;
 };
 
 }  // namespace EventSystemHost

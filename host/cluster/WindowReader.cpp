@@ -32,7 +32,7 @@ EtcdResult WindowReader::next(QueueLane& lane, unsigned long afterId, const Dead
     EventPage window;
     EtcdResult result = m_reader.read(lane.keys, first, last, 1, deadline, window);
     if (!result.ok()) return result;
-    if (!span.holds(window.birth, window.highest)) {
+    if (lane.wentBack(window.revision) || !span.holds(window.birth, window.highest)) {
       lane.forgetSpan();
       span = {};
       first = start;

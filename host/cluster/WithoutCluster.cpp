@@ -45,7 +45,7 @@ constexpr const char* kMissing = "cluster_mode is 1, but this build has no clust
 
 }  // namespace
 
-void startCluster(const ClusterConfiguration&) {
+void startCluster(const ClusterConfiguration&, const std::optional<ClusterMembership>&) {
   throw std::runtime_error(kMissing);
 }
 

@@ -11,22 +11,6 @@ using etcdserverpb::Compare;
 using etcdserverpb::TxnRequest;
 using etcdserverpb::TxnResponse;
 
-void require(TxnRequest& request, const std::string& key, const KeyState& state) {
-  Compare& revision = *request.add_compare();
-  revision.set_result(Compare::EQUAL);
-  revision.set_target(Compare::MOD);
-  revision.set_key(key);
-  revision.set_mod_revision(state.revision);
-  if (state.revision == 0) return;
-  // Revisions go back when etcd is restored from a backup; then one may come again with another
-  // value.
-  Compare& value = *request.add_compare();
-  value.set_result(Compare::EQUAL);
-  value.set_target(Compare::VALUE);
-  value.set_key(key);
-  value.set_value(state.value);
-}
-
 void put(TxnRequest& request, const std::string& key, const std::string& value,
          std::int64_t lease = 0) {
   etcdserverpb::PutRequest& put = *request.add_success()->mutable_request_put();
@@ -45,7 +29,31 @@ KeyState stateOf(const TxnResponse& answer, int operation) {
                                              : KeyState();
 }
 
+// Nothing has changed but the write was refused: its id is taken already.
+bool idIsTaken(const WriteTransaction& write, const WriteAnswer& answer) {
+  const auto same = [](const KeyState& one, const KeyState& other) {
+    return one.revision == other.revision && one.value == other.value;
+  };
+  return !answer.stored && same(write.sequence, answer.sequence) && same(write.mark, answer.mark);
+}
+
 }  // namespace
+
+void require(TxnRequest& request, const std::string& key, const KeyState& state) {
+  Compare& revision = *request.add_compare();
+  revision.set_result(Compare::EQUAL);
+  revision.set_target(Compare::MOD);
+  revision.set_key(key);
+  revision.set_mod_revision(state.revision);
+  if (state.revision == 0) return;
+  // Revisions go back when etcd is restored from a backup; then one may come again with another
+  // value.
+  Compare& value = *request.add_compare();
+  value.set_result(Compare::EQUAL);
+  value.set_target(Compare::VALUE);
+  value.set_key(key);
+  value.set_value(state.value);
+}
 
 EtcdResult send(EtcdChannel& channel, const EtcdKeys& keys, const WriteTransaction& write,
                 WriteAnswer& answer, const Deadline& deadline) {
@@ -54,6 +62,7 @@ EtcdResult send(EtcdChannel& channel, const EtcdKeys& keys, const WriteTransacti
   TxnRequest request;
   require(request, sequenceKey, write.sequence);
   require(request, write.markKey, write.mark);
+  require(request, keys.event(write.id), {});
   put(request, keys.event(write.id), write.value);
   put(request, sequenceKey, sequenceValue);
   put(request, write.markKey, write.markValue, write.markLease);
@@ -67,6 +76,12 @@ EtcdResult send(EtcdChannel& channel, const EtcdKeys& keys, const WriteTransacti
   const std::int64_t revision = response.header().revision();
   answer.sequence = answer.stored ? KeyState{revision, sequenceValue} : stateOf(response, 0);
   answer.mark = answer.stored ? KeyState{revision, write.markValue} : stateOf(response, 1);
+  if (idIsTaken(write, answer)) {
+    return {EtcdFailure::kRefused,
+            "the queue holds an event " + std::to_string(write.id) + ", but " + sequenceKey +
+                " does not count it: put the highest id of the queue there, in 20 digits",
+            result.uncertain};
+  }
   return result;
 }
 

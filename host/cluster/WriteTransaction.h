@@ -32,6 +32,9 @@ struct WriteAnswer {
   KeyState mark;
 };
 
+// Makes the success branch depend on the key's state.
+void require(etcdserverpb::TxnRequest& request, const std::string& key, const KeyState& state);
+
 EtcdResult send(EtcdChannel& channel, const EtcdKeys& keys, const WriteTransaction& write,
                 WriteAnswer& answer, const Deadline& deadline);
 

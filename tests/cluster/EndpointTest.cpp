@@ -14,8 +14,9 @@ TEST(Endpoint, IsHostAndPort) {
 }
 
 TEST(Endpoint, IsNothingElse) {
-  for (const char* text : {"", "host", "host:", ":1", "host:port", "http://host:1", "::1:1",
-                           "a/b:1", "host:1/", "[]:1", "a b:1", "[::1:1"}) {
+  for (const char* text :
+       {"", "host", "host:", ":1", "host:port", "http://host:1", "::1:1", "a/b:1", "host:1/",
+        "[]:1", "a b:1", "[::1:1", "a:0", "a:65536", "a:99999", "a:-1"}) {
     EXPECT_THROW(checkEndpoint(text), std::runtime_error) << text;
   }
 }

@@ -85,6 +85,23 @@ TEST_F(ClusterSwitch, LetsNoLimitOfTheDatabaseRefuseAuditRecords) {
   EXPECT_EQ(run({"add", "legacy", "--payload", "x"}).status, 1) << "the limit is no limit any more";
 }
 
+TEST_F(ClusterSwitch, RefusesAMemberThatAnotherHomeIs) {
+  joinCluster(m_etcd);
+  add("first");
+  std::filesystem::rename(database().string() + ".member", m_etcd.directory() / "kept");
+  const Outcome refused = run({"add", "legacy", "--payload", "second"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err, AllOf(HasSubstr("the member \"node1\" of the queue \"events\" is "),
+                                 HasSubstr(database().string()), HasSubstr("[cluster]"),
+                                 HasSubstr("etcdctl del /eventsystem/events/members/node1")));
+  EXPECT_EQ(ids(), Ids{1}) << "a reader is no member";
+  std::filesystem::rename(m_etcd.directory() / "kept", database().string() + ".member");
+  EXPECT_EQ(add("third"), 2U);
+  std::filesystem::remove(database().string() + ".member");
+  m_etcd.etcdctl({"del", "/eventsystem/events/members/node1"});
+  EXPECT_EQ(add("fourth"), 3U);
+}
+
 TEST_F(ClusterSwitch, TakesEveryLineOfAnImportAsANewEventWhateverIdItCarries) {
   joinCluster(m_etcd);
   const std::string line =

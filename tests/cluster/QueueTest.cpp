@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -6,6 +7,7 @@
 #include <thread>
 
 #include "tests/cluster/EtcdCluster.h"
+#include "tests/cluster/LogCapture.h"
 #include "tests/cluster/QueueReader.h"
 
 namespace EventSystemTest {
@@ -117,6 +119,39 @@ TEST_F(ClusterQueue, HandsOutAValueThatNoMemberHasWrittenAsItIs) {
   EXPECT_EQ(id, 1u);
   EXPECT_EQ(member, "");
   EXPECT_EQ(text, "foreign");
+}
+
+TEST_F(ClusterQueue, NeverWritesOverAnEventThatTheSequenceHasForgotten) {
+  for (int i = 0; i < 3; ++i) store(client, "event");
+  for (const char* sequence : {"", "00000000000000000002"}) {
+    if (*sequence == '\0') {
+      etcd.etcdctl({"del", "/eventsystem/events/0000000000/seq"});
+    } else {
+      etcd.etcdctl({"put", "/eventsystem/events/0000000000/seq", sequence});
+    }
+    clearLog();
+    EXPECT_EQ(store(client, "later"), 0u);
+    EXPECT_THAT(logged(), testing::HasSubstr("does not count it: put the highest id"));
+    EXPECT_EQ(store(client, "copy", 1), 0u);
+    EXPECT_EQ(eventAfter(client, 2).text, "event");
+  }
+  etcd.etcdctl({"put", "/eventsystem/events/0000000000/seq", "00000000000000000003"});
+  EXPECT_EQ(store(client, "later"), 4u);
+}
+
+TEST_F(ClusterQueue, ForgetsWhatItHasSeenWhenEtcdIsWiped) {
+  for (unsigned long id = 1; id <= 5; ++id) {
+    store(client, "old");
+    client.deleteEventById("events", id, 0);
+  }
+  EXPECT_EQ(eventAfter(client, 0).id, 0u);
+  etcd.kill(0);
+  std::filesystem::remove_all(etcd.directory() / "node0");
+  etcd.start(0);
+  etcd.waitUntilServing();
+  ClusterClient other(etcd.configuration());
+  for (int i = 0; i < 6; ++i) store(other, "new");
+  EXPECT_EQ(eventAfter(client, 0).id, 1u);
 }
 
 // One who loses the race for an id must not learn the outcome only to wait until it is stale.
