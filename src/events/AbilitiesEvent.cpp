@@ -1,9 +1,9 @@
 #include "EventSystem/AbilitiesEvent.h"
 
-#include <cstdio>
 #include <cstdlib>
 
 #include "EventText.h"
+#include "Sections.h"
 
 namespace EventSystem {
 
@@ -17,21 +17,22 @@ AbilitiesEvent::~AbilitiesEvent() {
 }
 
 int AbilitiesEvent::toString(char* buffer, unsigned long size) {
-  return writeSection(*this, buffer, size, ";ABILITIESEVENT{flags:0x%X;server:%s;}}",
-                      static_cast<unsigned int>(m_flags), nameOrNull(m_server));
+  return SectionWriter(*this, buffer, size)
+      .write(";ABILITIESEVENT{flags:0x", UpperHex{static_cast<unsigned int>(m_flags)},
+             ";server:", Text{nameOrNull(m_server)}, ";}}");
+}
+
+bool readAbilitiesEvent(SectionReader& section) {
+  unsigned int flags = 0;
+  char server[kServerNameBound];
+  return section.open("ABILITIESEVENT", "{flags:0x", HexInto{flags}) &&
+         section.readLast(";server:", server) &&
+         section.accept(
+             std::make_unique<AbilitiesEvent>(static_cast<int>(flags), nameFromText(server), 0));
 }
 
 int AbilitiesEvent::fromString(const char* text, Event** event) {
-  SectionReader reader(text, event);
-  if (!reader.find("ABILITIESEVENT")) return kGeneralFailure;
-  unsigned int flags = 0;
-  if (sscanf(reader.section(), "ABILITIESEVENT{flags:0x%X;server:", &flags) != 1) {
-    return reader.fail(SectionReader::kBadFormat);
-  }
-  char server[kServerNameBound];
-  if (!reader.copyLast(";server:", server)) return kGeneralFailure;
-  return reader.accept(
-      std::make_unique<AbilitiesEvent>(static_cast<int>(flags), nameFromText(server), 0));
+  return readSection(text, event, readAbilitiesEvent);
 }
 
 }  // namespace EventSystem

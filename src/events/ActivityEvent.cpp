@@ -1,9 +1,9 @@
 #include "EventSystem/ActivityEvent.h"
 
-#include <cstdio>
 #include <cstdlib>
 
 #include "EventText.h"
+#include "Sections.h"
 
 namespace EventSystem {
 
@@ -21,25 +21,25 @@ ActivityEvent::~ActivityEvent() {
 
 int ActivityEvent::toString(char* buffer, unsigned long size) {
   // The brace before the tag is part of the format, and the version is written, never kept.
-  return writeSection(*this, buffer, size,
-                      ";{ACTIVITYEVENT{version:1;action:%d;time:%lu;severity:%d;msg:%s;}}",
-                      m_action, m_time, m_severity, m_msg == nullptr ? "" : m_msg);
+  return SectionWriter(*this, buffer, size)
+      .write(";{ACTIVITYEVENT{version:1;action:", m_action, ";time:", m_time,
+             ";severity:", m_severity, ";msg:", Text{m_msg == nullptr ? "" : m_msg}, ";}}");
 }
 
-int ActivityEvent::fromString(const char* text, Event** event) {
-  SectionReader reader(text, event);
-  if (!reader.find("ACTIVITYEVENT")) return kGeneralFailure;
+bool readActivityEvent(SectionReader& section) {
   int version = 0;
   int action = 0;
   unsigned long time = 0;
   int severity = 0;
-  if (sscanf(reader.section(), "ACTIVITYEVENT{version:%d;action:%d;time:%lu;severity:%d;msg:",
-             &version, &action, &time, &severity) != 4) {
-    return reader.fail(SectionReader::kBadFormat);
-  }
   char msg[1024];
-  if (!reader.copyLast(";msg:", msg)) return kGeneralFailure;
-  return reader.accept(std::make_unique<ActivityEvent>(action, time, severity, msg, 0));
+  return section.open("ACTIVITYEVENT", "{version:", version, ";action:", action, ";time:", time,
+                      ";severity:", severity) &&
+         section.readLast(";msg:", msg) &&
+         section.accept(std::make_unique<ActivityEvent>(action, time, severity, msg, 0));
+}
+
+int ActivityEvent::fromString(const char* text, Event** event) {
+  return readSection(text, event, readActivityEvent);
 }
 
 }  // namespace EventSystem

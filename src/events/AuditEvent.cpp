@@ -1,10 +1,7 @@
 #include "EventSystem/AuditEvent.h"
 
-#include <cstdio>
-#include <cstring>
-
-#include "EventSystem/platform/HostText.h"
 #include "EventText.h"
+#include "Sections.h"
 
 namespace EventSystem {
 
@@ -15,42 +12,45 @@ AuditEvent::AuditEvent(char* msg, int version, int action, unsigned long time, i
       m_action(action),
       m_loadSize(loadSize),
       m_time(time) {
-  kvrstrcpy(m_message, msg, sizeof m_message);
+  copyText(msg, m_message, sizeof m_message);
 }
 
 AuditEvent::~AuditEvent() = default;
 
 int AuditEvent::toString(char* buffer, unsigned long size) {
   if (buffer == nullptr) return 0;
-  return writeSection(*this, buffer, size,
-                      ";AUDITEVENT{version:%d;action:%d;time:%lu;loadSize:%d;AUditMSg:%s;}}",
-                      m_version, m_action, m_time, m_loadSize, getPayload());
+  return SectionWriter(*this, buffer, size)
+      .write(";AUDITEVENT{version:", m_version, ";action:", m_action, ";time:", m_time,
+             ";loadSize:", m_loadSize, ";AUditMSg:", Text{getPayload()}, ";}}");
 }
 
 char* AuditEvent::getPayload() {
   return m_message;
 }
 
-int AuditEvent::fromString(const char* text, Event** event) {
-  SectionReader reader(text, event);
-  if (!reader.find("AUDITEVENT")) return kGeneralFailure;
+bool readAuditEvent(SectionReader& section) {
   int version = 0;
   int action = 0;
   unsigned long time = 0;
   int loadSize = 0;
-  const char* const source = SectionReader::after(text, ";AUditMSg:");
-  if (sscanf(reader.section(), "AUDITEVENT{version:%d;action:%d;time:%lu;loadSize:%d;AUditMSg:",
-             &version, &action, &time, &loadSize) != 4 ||
-      source == nullptr) {
-    return reader.fail(SectionReader::kBadFormat);
+  if (!section.open("AUDITEVENT", "{version:", version, ";action:", action, ";time:", time,
+                    ";loadSize:", loadSize) ||
+      !section.seekAnywhere(";AUditMSg:", SectionReader::kBadFormat)) {
+    return false;
   }
-  constexpr unsigned long kShortest = 4;  // one character and the ending
-  if (kvrstrlen(source, kShortest) < kShortest) {
-    return reader.fail(SectionReader::kEmptyAuditMessage);
+  if (section.rest().size() <= kEnding.size()) {
+    return section.fail(SectionReader::kEmptyAuditMessage);
   }
-  char message[sizeof m_message];
-  if (!reader.copyLast(source, message, sizeof message)) return kGeneralFailure;
-  return reader.accept(std::make_unique<AuditEvent>(message, version, action, time, loadSize, 0));
+  constexpr unsigned long kBound = 10240;
+  std::string_view message;
+  if (!section.readLast(message, kBound)) return false;
+  auto event = std::make_unique<AuditEvent>(nullptr, version, action, time, loadSize, 0);
+  copyText(message, event->getPayload(), kBound);
+  return section.accept(std::move(event));
+}
+
+int AuditEvent::fromString(const char* text, Event** event) {
+  return readSection(text, event, readAuditEvent);
 }
 
 }  // namespace EventSystem

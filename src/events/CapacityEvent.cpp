@@ -1,10 +1,9 @@
 #include "EventSystem/CapacityEvent.h"
 
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 #include "EventText.h"
+#include "Sections.h"
 
 namespace EventSystem {
 
@@ -22,27 +21,27 @@ CapacityEvent::~CapacityEvent() {
 }
 
 int CapacityEvent::toString(char* buffer, unsigned long size) {
-  return writeSection(
-      *this, buffer, size,
-      ";CAPACITYEVENT{capacity:%lu;capacityphys:%lu;used:%lu;usedphys:%lu;server:%s;}}", m_capacity,
-      m_capacityphys, m_used, m_usedphys, nameOrNull(m_server));
+  return SectionWriter(*this, buffer, size)
+      .write(";CAPACITYEVENT{capacity:", m_capacity, ";capacityphys:", m_capacityphys,
+             ";used:", m_used, ";usedphys:", m_usedphys, ";server:", Text{nameOrNull(m_server)},
+             ";}}");
 }
 
-int CapacityEvent::fromString(const char* text, Event** event) {
-  SectionReader reader(text, event);
-  if (!reader.find("CAPACITYEVENT")) return kGeneralFailure;
+bool readCapacityEvent(SectionReader& section) {
   unsigned long capacity = 0;
   unsigned long capacityphys = 0;
   unsigned long used = 0;
   unsigned long usedphys = 0;
-  if (sscanf(reader.section(), "CAPACITYEVENT{capacity:%lu;capacityphys:%lu;used:%lu;usedphys:%lu;",
-             &capacity, &capacityphys, &used, &usedphys) != 4) {
-    return reader.fail(SectionReader::kBadFormat);
-  }
   char server[kServerNameBound];
-  if (!reader.copyLast(";server:", server)) return kGeneralFailure;
-  return reader.accept(std::make_unique<CapacityEvent>(nameFromText(server), capacity, capacityphys,
-                                                       used, usedphys, 0));
+  return section.open("CAPACITYEVENT", "{capacity:", capacity, ";capacityphys:", capacityphys,
+                      ";used:", used, ";usedphys:", usedphys) &&
+         section.readLast(";server:", server) &&
+         section.accept(std::make_unique<CapacityEvent>(nameFromText(server), capacity,
+                                                        capacityphys, used, usedphys, 0));
+}
+
+int CapacityEvent::fromString(const char* text, Event** event) {
+  return readSection(text, event, readCapacityEvent);
 }
 
 }  // namespace EventSystem

@@ -1,13 +1,13 @@
 #include "EventSystem/DetachedEvent.h"
 
-#include "EventSystem/platform/HostText.h"
+#include "EventText.h"
 
 namespace EventSystem {
 
 DetachedEvent::DetachedEvent(eventType type, char* path, unsigned int size, unsigned long id)
     : Event(type, kDetachedPayload, 0, id), m_payloadSize(size) {
   const bool empty = path == nullptr || *path == '\0';
-  kvrstrcpy(m_payloadPath, empty ? "Unknown" : path, sizeof m_payloadPath);
+  copyText(empty ? "Unknown" : path, m_payloadPath, sizeof m_payloadPath);
 }
 
 DetachedEvent::~DetachedEvent() = default;

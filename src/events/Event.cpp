@@ -1,19 +1,10 @@
 #include "EventSystem/Event.h"
 
-#include <cstdio>
 #include <ctime>
 
-#include "EventSystem/AbilitiesEvent.h"
-#include "EventSystem/ActivityEvent.h"
-#include "EventSystem/AuditEvent.h"
-#include "EventSystem/CapacityEvent.h"
-#include "EventSystem/ImageRepEvent.h"
-#include "EventSystem/KelpEvent.h"
-#include "EventSystem/LSUStatusEvent.h"
-#include "EventSystem/LegacyEvent.h"
 #include "EventSystem/ResultCode.h"
-#include "EventSystem/ServerStatusEvent.h"
 #include "EventSystem/platform/HostLog.h"
+#include "Sections.h"
 
 namespace EventSystem {
 namespace {
@@ -21,45 +12,42 @@ namespace {
 constexpr unsigned int kVersion = 1;
 
 struct Envelope {
-  int type;
-  unsigned long id;
-  unsigned long date;
+  int type = 0;
+  unsigned long id = 0;
+  unsigned long date = 0;
 };
 
-bool readEnvelope(const char* string, Envelope& envelope) {
+bool readEnvelope(TextScanner& scanner, Envelope& envelope) {
   unsigned int version = 0;
-  if (sscanf(string, "EVENT{version:%u;", &version) != 1) return false;
+  if (!scanner.read("EVENT{version:", version)) return false;
   if (version != kVersion) {
     InfoA(kSuccess, "%s Event version (%u) is different than current version (%u)", "fromString",
           version, kVersion);
   }
-  return sscanf(string, "EVENT{version:%*u;type:%d;id:%lu;date:%lu", &envelope.type, &envelope.id,
-                &envelope.date) == 3;
+  return scanner.read(";type:", envelope.type, ";id:", envelope.id, ";date:", envelope.date);
 }
 
-using Parser = int (*)(const char* string, Event** event);
-
 // NULL for a number that is no type.
-Parser parserOf(int type) {
+SectionParser parserOf(int type) {
   switch (type) {
     case kLegacyEvent:
-      return LegacyEvent::fromString;
+      return readLegacyEvent;
     case kImageRepEvent:
-      return ImageRepEvent::fromString;
+      return readImageRepEvent;
     case kLSUStatusEvent:
-      return LSUStatusEvent::fromString;
+      return readLSUStatusEvent;
     case kServerStatusEvent:
-      return ServerStatusEvent::fromString;
+      return readServerStatusEvent;
     case kCapacityEvent:
-      return CapacityEvent::fromString;
+      return readCapacityEvent;
     case kAbilitiesEvent:
-      return AbilitiesEvent::fromString;
+      return readAbilitiesEvent;
     case kActivityEvent:
-      return ActivityEvent::fromString;
+      return readActivityEvent;
     case kAuditEvent:
-      return AuditEvent::fromString;
+      return readAuditEvent;
     case kKelpEvent:
-      return KelpEvent::fromString;
+      return readKelpEvent;
     default:
       return nullptr;
   }
@@ -79,8 +67,9 @@ int Event::toString(char* buffer, unsigned long size) {
   if (buffer == nullptr) {
     return ErrorA(kGeneralFailure, "%s The string buffer is NULL.", "toString");
   }
-  return snprintf(buffer, size, "EVENT{version:%d;type:%d;id:%lu;date:%lu",
-                  static_cast<int>(kVersion), static_cast<int>(m_type), m_id, m_date);
+  return TextWriter(buffer, size, 0)
+      .write("EVENT{version:", kVersion, ";type:", static_cast<int>(m_type), ";id:", m_id,
+             ";date:", m_date);
 }
 
 unsigned long Event::getId() {
@@ -94,33 +83,27 @@ unsigned long Event::getDate() {
 }
 
 int Event::fromString(const char* string, Event** event) {
-  if (event == nullptr) {
-    ErrorA(kGeneralFailure, "%s The event pointer is NULL.", "fromString");
-    return kGeneralFailure;
-  }
+  if (!haveArguments(string, event)) return kGeneralFailure;
   *event = nullptr;
-  if (string == nullptr) {
-    ErrorA(kGeneralFailure, "%s The event string buffer is NULL.", "fromString");
-    return kGeneralFailure;
-  }
-  Envelope envelope{};
-  if (!readEnvelope(string, envelope)) {
+  TextScanner scanner(string);
+  Envelope envelope;
+  if (!readEnvelope(scanner, envelope)) {
     ErrorA(kGeneralFailure, "%s Invalid event string: %s", "fromString", string);
     return kGeneralFailure;
   }
-  const Parser parse = parserOf(envelope.type);
+  const SectionParser parse = parserOf(envelope.type);
   if (parse == nullptr) {
     ErrorA(kGeneralFailure, "%s Invalid event type: %d", "fromString", envelope.type);
     return kGeneralFailure;
   }
-  const int result = parse(string, event);
-  if (*event == nullptr) {
+  SectionReader section(string, scanner.rest(), event);
+  if (!parse(section)) {
     ErrorA(kGeneralFailure, "%s Failed to parse event string: %s", "fromString", string);
     return kGeneralFailure;
   }
   (*event)->m_id = envelope.id;
   (*event)->m_date = envelope.date;
-  return result;
+  return kSuccess;
 }
 
 }  // namespace EventSystem

@@ -1,24 +1,20 @@
 #include "EventSystem/ImageRepEvent.h"
 
-#include <cstdio>
-#include <cstring>
-
-#include "EventSystem/platform/HostText.h"
 #include "EventText.h"
+#include "Sections.h"
 
 namespace EventSystem {
 namespace {
 
 constexpr char kDefaultLSU[] = "TarnwellVolume";
+constexpr unsigned long kLSUBound = 1024;
 
 // The storage unit stands before the section and may be missing.
-void readLSU(const char* text, char* lsu, unsigned long bound) {
-  kvrstrcpy(lsu, kDefaultLSU, bound);
-  const char* const name = SectionReader::after(text, "lsu:");
-  if (name == nullptr) return;
-  const char* const end = strchr(name, ';');
-  if (end == nullptr) return;
-  kvrstrncpy(lsu, name, static_cast<unsigned long>(end - name), bound);
+std::string_view lsuOf(std::string_view body) {
+  TextScanner scanner(body);
+  if (!scanner.read(";lsu:") && !scanner.skipBehind("lsu:")) return kDefaultLSU;
+  const std::size_t length = scanner.rest().find(';');
+  return length == std::string_view::npos ? kDefaultLSU : scanner.rest().substr(0, length);
 }
 
 }  // namespace
@@ -31,31 +27,32 @@ ImageRepEvent::ImageRepEvent(char* path, unsigned int size, unsigned long id, co
 ImageRepEvent::~ImageRepEvent() = default;
 
 int ImageRepEvent::toString(char* buffer, unsigned long size) {
-  return writeSection(*this, buffer, size, ";lsu:%s;IMAGEREPEVENT{size:%u;path:%s;}}", m_lsu,
-                      getPayloadSize(), getPayloadPath());
+  return SectionWriter(*this, buffer, size)
+      .write(";lsu:", Text{m_lsu}, ";IMAGEREPEVENT{size:", getPayloadSize(),
+             ";path:", Text{getPayloadPath()}, ";}}");
 }
 
 void ImageRepEvent::setLSU(const char* lsu) {
-  kvrstrcpy(m_lsu, lsu, sizeof m_lsu);
+  copyText(lsu, m_lsu, sizeof m_lsu);
 }
 
 char* ImageRepEvent::getLSU() {
   return m_lsu;
 }
 
-int ImageRepEvent::fromString(const char* text, Event** event) {
-  SectionReader reader(text, event);
-  if (!reader.find("IMAGEREPEVENT")) return kGeneralFailure;
+bool readImageRepEvent(SectionReader& section) {
   unsigned int size = 0;
-  if (!SectionReader::startsWith(reader.section(), "IMAGEREPEVENT{size:") ||
-      sscanf(reader.section(), "IMAGEREPEVENT{size:%u;path:", &size) != 1) {
-    return reader.fail(SectionReader::kBadFormat);
-  }
   char path[2048];
-  if (!reader.copyLast(";path:", path)) return kGeneralFailure;
-  char lsu[sizeof m_lsu];
-  readLSU(text, lsu, sizeof lsu);
-  return reader.accept(std::make_unique<ImageRepEvent>(path, size, 0, lsu));
+  if (!section.open("IMAGEREPEVENT", "{size:", size) || !section.readLast(";path:", path)) {
+    return false;
+  }
+  auto event = std::make_unique<ImageRepEvent>(path, size, 0, "");
+  copyText(lsuOf(section.body()), event->getLSU(), kLSUBound);
+  return section.accept(std::move(event));
+}
+
+int ImageRepEvent::fromString(const char* text, Event** event) {
+  return readSection(text, event, readImageRepEvent);
 }
 
 }  // namespace EventSystem

@@ -1,15 +1,24 @@
 #include "EventSystem/KelpEvent.h"
 
-#include <cstdio>
 #include <cstdlib>
 
-#include "EventSystem/platform/HostText.h"
 #include "EventText.h"
+#include "Sections.h"
 
 namespace EventSystem {
 namespace {
 
 constexpr int kFileGroupIssue = 3;
+
+// The ending is looked for in the whole text: a string longer than the copy is read, shortened by
+// what the ending would have taken.
+bool readString(SectionReader& section, char* string, unsigned long bound) {
+  if (!section.rest().ends_with(kEnding)) return section.fail(SectionReader::kBadEnding);
+  std::string_view copied = section.rest().substr(0, bound - 1);
+  copied.remove_suffix(kEnding.size());
+  copyText(copied, string, bound);
+  return true;
+}
 
 }  // namespace
 
@@ -32,57 +41,47 @@ KelpEvent::~KelpEvent() {
 }
 
 int KelpEvent::toString(char* buffer, unsigned long size) {
-  const int opening =
-      writeSection(*this, buffer, size, ";KELPEVENT{version:%d;severity:%d;issue:%d;share_type:%d;",
-                   m_version, m_severity, m_issue, m_shareType);
-  if (buffer == nullptr) return opening;
-  // A NULL string goes to %s as it is: the C library writes "(null)".
+  SectionWriter section(*this, buffer, size);
+  section.write(";KELPEVENT{version:", m_version, ";severity:", m_severity, ";issue:", m_issue,
+                ";share_type:", m_shareType, ";");
+  // A NULL string is written as "(null)". The length that is returned counts from here.
   if (m_issue == kFileGroupIssue) {
-    return appendText(buffer, size, "file_group:%llu;name:%d;host:%d;string:%s;}}",
-                      static_cast<unsigned long long>(m_fileGroup), m_name, m_host, m_string);
+    return section.write("file_group:", m_fileGroup, ";name:", m_name, ";host:", m_host,
+                         ";string:", Text{m_string}, ";}}");
   }
-  return appendText(buffer, size, "issue_duration:%d;name:%d;host:%d;string:%s;}}", m_issueDuration,
-                    m_name, m_host, m_string);
+  return section.write("issue_duration:", m_issueDuration, ";name:", m_name, ";host:", m_host,
+                       ";string:", Text{m_string}, ";}}");
 }
 
-int KelpEvent::fromString(const char* text, Event** event) {
-  SectionReader reader(text, event);
-  if (!reader.find("KELPEVENT")) return kGeneralFailure;
+bool readKelpEvent(SectionReader& section) {
   int version = 0;
   int severity = 0;
   int issue = 0;
   int share_type = 0;
-  if (sscanf(reader.section(), "KELPEVENT{version:%d;severity:%d;issue:%d;share_type:%d;", &version,
-             &severity, &issue, &share_type) != 4) {
-    return reader.fail(SectionReader::kBadFormat);
-  }
-
-  const bool hasFileGroup = issue == kFileGroupIssue;
-  const char* const rest =
-      SectionReader::after(text, hasFileGroup ? ";file_group:" : ";issue_duration:");
-  if (rest == nullptr) {
-    return reader.fail(hasFileGroup ? SectionReader::kNoFileGroup
-                                    : SectionReader::kNoIssueDuration);
+  if (!section.open("KELPEVENT", "{version:", version, ";severity:", severity, ";issue:", issue,
+                    ";share_type:", share_type)) {
+    return false;
   }
   int issue_duration = 0;
-  unsigned long long file_group = 0;
+  unsigned long file_group = 0;
   int name = 0;
   int host = 0;
-  const int values =
-      hasFileGroup ? sscanf(rest, "%llu;name:%d;host:%d;string:", &file_group, &name, &host)
-                   : sscanf(rest, "%d;name:%d;host:%d;string:", &issue_duration, &name, &host);
-  if (values != 3) return reader.fail(SectionReader::kBadFormat);
-
-  const char* const source = SectionReader::after(rest, ";string:");
-  if (source == nullptr) return reader.fail(SectionReader::kNoString);
+  const bool complete =
+      issue == kFileGroupIssue
+          ? section.seekAnywhere(";file_group:", SectionReader::kNoFileGroup) &&
+                section.read(file_group, ";name:", name, ";host:", host)
+          : section.seekAnywhere(";issue_duration:", SectionReader::kNoIssueDuration) &&
+                section.read(issue_duration, ";name:", name, ";host:", host);
   char string[1024];
-  kvrstrcpy(string, source, sizeof string);
-  // The ending is looked for in the whole text: a string longer than the copy is read, shortened
-  // by what the ending would have taken.
-  if (!SectionReader::hasEnding(text)) return reader.fail(SectionReader::kBadEnding);
-  SectionReader::cutEnding(string);
-  return reader.accept(std::make_unique<KelpEvent>(
-      version, severity, issue, share_type, issue_duration, file_group, name, host, string, 0));
+  return complete && section.seek(";string:", SectionReader::kNoString) &&
+         readString(section, string, sizeof string) &&
+         section.accept(std::make_unique<KelpEvent>(version, severity, issue, share_type,
+                                                    issue_duration, file_group, name, host, string,
+                                                    0));
+}
+
+int KelpEvent::fromString(const char* text, Event** event) {
+  return readSection(text, event, readKelpEvent);
 }
 
 }  // namespace EventSystem

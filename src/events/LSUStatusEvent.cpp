@@ -1,9 +1,9 @@
 #include "EventSystem/LSUStatusEvent.h"
 
-#include <cstdio>
 #include <cstdlib>
 
 #include "EventText.h"
+#include "Sections.h"
 
 namespace EventSystem {
 
@@ -17,21 +17,22 @@ LSUStatusEvent::~LSUStatusEvent() {
 }
 
 int LSUStatusEvent::toString(char* buffer, unsigned long size) {
-  // A NULL name goes to %s as it is: the C library writes "(null)", and readers know it so.
-  return writeSection(*this, buffer, size, ";LSUSTATUSEVENT{state:%u;server:%s;}}",
-                      static_cast<unsigned int>(m_state), m_server);
+  // A NULL name is written as "(null)", and readers know it so.
+  return SectionWriter(*this, buffer, size)
+      .write(";LSUSTATUSEVENT{state:", static_cast<unsigned int>(m_state),
+             ";server:", Text{m_server}, ";}}");
+}
+
+bool readLSUStatusEvent(SectionReader& section) {
+  unsigned int state = 0;
+  char server[kServerNameBound];
+  return section.open("LSUSTATUSEVENT", "{state:", state) && section.readLast(";server:", server) &&
+         section.accept(std::make_unique<LSUStatusEvent>(
+             server, static_cast<LSUStatusEvent::lsuState>(state), 0));
 }
 
 int LSUStatusEvent::fromString(const char* text, Event** event) {
-  SectionReader reader(text, event);
-  if (!reader.find("LSUSTATUSEVENT")) return kGeneralFailure;
-  unsigned int state = 0;
-  if (sscanf(reader.section(), "LSUSTATUSEVENT{state:%u;", &state) != 1) {
-    return reader.fail(SectionReader::kBadFormat);
-  }
-  char server[kServerNameBound];
-  if (!reader.copyLast(";server:", server)) return kGeneralFailure;
-  return reader.accept(std::make_unique<LSUStatusEvent>(server, static_cast<lsuState>(state), 0));
+  return readSection(text, event, readLSUStatusEvent);
 }
 
 unsigned int LSUStatusEvent::getState() {

@@ -1,39 +1,38 @@
 #include "EventSystem/LegacyEvent.h"
 
-#include <cstring>
-
-#include "EventSystem/platform/HostText.h"
 #include "EventText.h"
+#include "Sections.h"
 
 namespace EventSystem {
 
 LegacyEvent::LegacyEvent(char* payload, unsigned long id)
     : Event(kLegacyEvent, kInlinePayload, 0, id) {
-  kvrstrcpy(m_payload, payload, sizeof m_payload);
+  copyText(payload, m_payload, sizeof m_payload);
 }
 
 LegacyEvent::~LegacyEvent() = default;
 
 int LegacyEvent::toString(char* buffer, unsigned long size) {
-  return writeSection(*this, buffer, size, ";LEGACYEVENT{payload:%s;}}", getPayload());
+  return SectionWriter(*this, buffer, size)
+      .write(";LEGACYEVENT{payload:", Text{getPayload()}, ";}}");
 }
 
 char* LegacyEvent::getPayload() {
   return m_payload;
 }
 
+bool readLegacyEvent(SectionReader& section) {
+  constexpr unsigned long kBound = 1024;  // half of what an event holds: longer payloads are
+                                          // written but not read
+  std::string_view payload;
+  if (!section.open("LEGACYEVENT", "{payload:") || !section.readLast(payload, kBound)) return false;
+  auto event = std::make_unique<LegacyEvent>(nullptr, 0);
+  copyText(payload, event->getPayload(), kBound);
+  return section.accept(std::move(event));
+}
+
 int LegacyEvent::fromString(const char* text, Event** event) {
-  SectionReader reader(text, event);
-  if (!reader.find("LEGACYEVENT")) return kGeneralFailure;
-  constexpr char kOpening[] = "LEGACYEVENT{payload:";
-  if (!SectionReader::startsWith(reader.section(), kOpening)) {
-    return reader.fail(SectionReader::kBadFormat);
-  }
-  char payload[1024];  // half of what an event holds: longer payloads are written but not read
-  if (!reader.copyLast(reader.section() + strlen(kOpening), payload, sizeof payload)) {
-    return kGeneralFailure;
-  }
-  return reader.accept(std::make_unique<LegacyEvent>(payload, 0));
+  return readSection(text, event, readLegacyEvent);
 }
 
 }  // namespace EventSystem

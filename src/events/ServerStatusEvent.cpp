@@ -1,9 +1,9 @@
 #include "EventSystem/ServerStatusEvent.h"
 
-#include <cstdio>
 #include <cstdlib>
 
 #include "EventText.h"
+#include "Sections.h"
 
 namespace EventSystem {
 
@@ -17,22 +17,23 @@ ServerStatusEvent::~ServerStatusEvent() {
 }
 
 int ServerStatusEvent::toString(char* buffer, unsigned long size) {
-  // A NULL name goes to %s as it is: the C library writes "(null)", and readers know it so.
-  return writeSection(*this, buffer, size, ";SERVERSTATUSEVENT{state:%u;server:%s;}}",
-                      static_cast<unsigned int>(m_state), m_server);
+  // A NULL name is written as "(null)", and readers know it so.
+  return SectionWriter(*this, buffer, size)
+      .write(";SERVERSTATUSEVENT{state:", static_cast<unsigned int>(m_state),
+             ";server:", Text{m_server}, ";}}");
+}
+
+bool readServerStatusEvent(SectionReader& section) {
+  unsigned int state = 0;
+  char server[kServerNameBound];
+  return section.open("SERVERSTATUSEVENT", "{state:", state) &&
+         section.readLast(";server:", server) &&
+         section.accept(std::make_unique<ServerStatusEvent>(
+             server, static_cast<ServerStatusEvent::serverState>(state), 0));
 }
 
 int ServerStatusEvent::fromString(const char* text, Event** event) {
-  SectionReader reader(text, event);
-  if (!reader.find("SERVERSTATUSEVENT")) return kGeneralFailure;
-  unsigned int state = 0;
-  if (sscanf(reader.section(), "SERVERSTATUSEVENT{state:%u;server:", &state) != 1) {
-    return reader.fail(SectionReader::kBadFormat);
-  }
-  char server[kServerNameBound];
-  if (!reader.copyLast(";server:", server)) return kGeneralFailure;
-  return reader.accept(
-      std::make_unique<ServerStatusEvent>(server, static_cast<serverState>(state), 0));
+  return readSection(text, event, readServerStatusEvent);
 }
 
 unsigned int ServerStatusEvent::getState() {
