@@ -21,8 +21,8 @@ void copyText(std::string_view text, char* value, unsigned long bound) {
 }
 
 void copyText(const char* text, char* value, unsigned long bound) {
-  const unsigned long length = text == nullptr ? 0 : strnlen(text, bound - 1);
-  copyText(std::string_view(text, length), value, bound);
+  const char* const source = text == nullptr ? "" : text;
+  copyText(std::string_view(source, strnlen(source, bound - 1)), value, bound);
 }
 
 unsigned int validState(unsigned int state) {
