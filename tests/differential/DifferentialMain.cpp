@@ -38,7 +38,7 @@ class Run {
 
  private:
   static constexpr std::uint64_t kBlock = 1 << 16;
-  static constexpr std::uint64_t kReportEvery = 50000000;
+  static constexpr std::uint64_t kReportEvery = 10000000;
 
   void work() {
     const std::uint64_t end = m_options.first + m_options.cases;
