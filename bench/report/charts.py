@@ -119,8 +119,8 @@ def draw(figures, promise, latency):
 
 
 def svg(figure):
-    buffer = io.StringIO()
+    """The figure as the text of an SVG file, in bytes."""
+    buffer = io.BytesIO()
     figure.savefig(buffer, format="svg", metadata={"Date": None})
     plt.close(figure)
-    text = buffer.getvalue()
-    return text[text.index("<svg"):]
+    return buffer.getvalue()

@@ -5,6 +5,7 @@ import argparse
 import datetime
 import json
 import pathlib
+import re
 import subprocess
 
 import page
@@ -13,7 +14,7 @@ from figures import Figures
 
 PACKAGES = {
     "SQLite": "libsqlite3-0",
-    "PostgreSQL": "postgresql",
+    "PostgreSQL": "postgresql-[0-9]*",
     "Redis": "redis-server",
     "beanstalkd": "beanstalkd",
     "NATS": "nats-server",
@@ -21,8 +22,10 @@ PACKAGES = {
 
 
 def package_version(package):
-    command = ["dpkg-query", "--show", "--showformat=${Version}", package]
-    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+    """Name and version; of the newest, where a pattern is given."""
+    command = ["dpkg-query", "--show", "--showformat=${Package} ${Version}\n", package]
+    shown = subprocess.run(command, check=True, capture_output=True, text=True).stdout
+    return [line for line in shown.splitlines() if not line.endswith(" ")][-1]
 
 
 def versions_of(systems):
@@ -30,7 +33,7 @@ def versions_of(systems):
     for system in systems:
         for begin, package in PACKAGES.items():
             if system["name"].startswith(begin):
-                versions[system["name"]] = f"Debian package {package} {package_version(package)}"
+                versions[system["name"]] = f"Debian package {package_version(package)}"
     return versions
 
 
@@ -38,8 +41,15 @@ def benchmarks_in(file):
     """What a Google Benchmark program wrote; its summaries only, where it repeats."""
     found = json.loads(file.read_text())["benchmarks"]
     summaries = [b for b in found if b.get("aggregate_name") == "median"]
-    return [{k: b[k] for k in ("name", "real_time", "cpu_time", "time_unit")}
+    return [{"name": without_settings(b["name"]),
+             **{k: b[k] for k in ("real_time", "cpu_time", "time_unit")}}
             for b in (summaries or found) if "real_time" in b]
+
+
+def without_settings(name):
+    """A benchmark's name without what says how it was run."""
+    return re.sub(r"/(iterations:\d+|repeats:\d+|min_time:[\d.]+|(manual|real|process)_time)|"
+                  r"_median$", "", name)
 
 
 def parse_arguments():

@@ -1,5 +1,6 @@
 """The report as one HTML page that needs nothing else."""
 
+from base64 import b64encode
 from html import escape
 
 import charts
@@ -19,9 +20,8 @@ h1 { font-size: 26px; margin: 0 0 4px; }
 h2 { font-size: 19px; margin: 36px 0 8px; }
 p { max-width: 75ch; }
 .soft { color: var(--soft); }
-.chart { background: #fff; border: 1px solid var(--line); border-radius: 8px;
-         padding: 12px; margin: 12px 0; }
-.chart svg { width: 100%; height: auto; display: block; }
+.chart { background: #fff; border: 1px solid var(--line); border-radius: 8px; display: block;
+         box-sizing: border-box; width: 100%; height: auto; padding: 12px; margin: 12px 0; }
 .wide { overflow-x: auto; }
 pre { overflow-x: auto; font-size: 13px; line-height: 1.35; }
 table { border-collapse: collapse; font-variant-numeric: tabular-nums; font-size: 14px;
@@ -89,8 +89,10 @@ def chart_sections(figures):
     for promise, words in PROMISES.items():
         parts.append(f"<h2>{words}</h2>")
         for latency in (False, True):
-            drawn = charts.svg(charts.draw(figures, promise, latency))
-            parts.append(f'<div class="chart">{drawn}</div>')
+            what = "time of one call" if latency else "events a second"
+            drawn = b64encode(charts.svg(charts.draw(figures, promise, latency))).decode()
+            parts.append(f'<img class="chart" alt="{words}: {what}, of every system" '
+                         f'src="data:image/svg+xml;base64,{drawn}">')
     return "".join(parts)
 
 
