@@ -17,17 +17,27 @@ class ClusterHome : public EventctlHome {
  protected:
   // Takes the home to these members, separated by commas; `more` are lines of its [cluster].
   void joinCluster(const std::string& endpoints, const std::string& more = "") const {
-    std::filesystem::create_directories(home());
-    std::ofstream(home() / "host.ini")
-        << "[cluster]\ncluster_mode = 1\nmember = node1\nendpoints = " << endpoints << '\n'
-        << more;
+    joinCluster(home(), "node1", endpoints, more);
   }
   void joinCluster(const EtcdCluster& etcd) const {
+    joinCluster(endpointsOf(etcd), "deadline_ms = 4000\n");
+  }
+
+  // The same for another home, which is known as `member`.
+  static void joinCluster(const std::filesystem::path& home, const std::string& member,
+                          const std::string& endpoints, const std::string& more = "") {
+    std::filesystem::create_directories(home);
+    std::ofstream(home / "host.ini") << "[cluster]\ncluster_mode = 1\nmember = " << member
+                                     << "\nendpoints = " << endpoints << '\n'
+                                     << more;
+  }
+
+  static std::string endpointsOf(const EtcdCluster& etcd) {
     std::string all;
     for (const std::string& endpoint : etcd.endpoints()) {
       all += (all.empty() ? "" : ",") + endpoint;
     }
-    joinCluster(all, "deadline_ms = 4000\n");
+    return all;
   }
 
   // Back to the queues in the database.

@@ -5,6 +5,8 @@
 
 #include "tests/cluster/EtcdCluster.h"
 #include "tests/cluster/QueueReader.h"
+#include "tests/cluster/RawQueue.h"
+#include "tests/cluster/TestThread.h"
 
 namespace EventSystemTest {
 namespace {
@@ -78,7 +80,8 @@ TEST_F(ClusterCopy, KnowsItsTextAndItsMember) {
 TEST_F(ClusterCopy, OfTwoMembersAtOnceStoresEachEventOnceAlsoWhenRepeated) {
   constexpr unsigned long kEvents = 150;
   for (int start = 0; start < 3; ++start) {
-    std::thread beta([this] { copyDatabase("beta", kEvents); });
+    std::jthread beta =
+        testThread([this](const std::stop_token&) { copyDatabase("beta", kEvents); });
     copyDatabase("alpha", kEvents);
     beta.join();
     std::set<std::string> texts;
@@ -144,6 +147,18 @@ TEST_F(ClusterCopy, IsHeldUpByAnotherOnlyUntilSomethingElseIsAskedFor) {
   EXPECT_NE(member.newEvent("events", "alpha", "later", 3, id, 0), 0u);
   eventAfter(member, 0);
   EXPECT_NE(store(member, "later", 3), 0u);
+}
+
+// etcd does nothing else while it removes, so a database of any size is given up in steps.
+TEST_F(ClusterCopy, LeavesNoMarkerOfAnyNumberThatIsGivenUpAndRemovesThemInSteps) {
+  constexpr unsigned long kMarkers = 10'000;
+  fillMarkers(etcd.configuration(), "events", "alpha", kMarkers);
+  store(client, "event", 3, "beta");
+  const unsigned long before = client.roundTrips();
+  ASSERT_EQ(client.forgetCopies("events", "alpha", kMarkers - 1, 0), 0u);
+  EXPECT_EQ(keys("copied/alpha/"), 2u);
+  EXPECT_EQ(keys("copied/beta/"), 1u);
+  EXPECT_GE(client.roundTrips() - before, 2 * 3u) << "a look and a removal for each 4096";
 }
 
 }  // namespace

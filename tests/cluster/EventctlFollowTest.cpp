@@ -116,40 +116,20 @@ TEST_F(ClusterFollow, EndsWhileTheServiceIsAway) {
 }
 
 TEST_F(ClusterFollow, EndsWhenItsReaderGoesWhileItWaits) {
-  add("node1");
-  Program follower(at({"consume", "--follow"}));
-  ASSERT_TRUE(follower.waitForOutput("node1"));
-  follower.closeOutput();
-  const Outcome outcome = follower.wait();
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.err, "eventctl: the reader of standard output has gone\n");
+  followUntilItsReaderGoes();
 }
 
 TEST_F(ClusterFollow, KeepsAndPrintsEachEventOnce) {
-  add("one");
-  Program follower(at({"consume", "--follow", "--keep", "--json"}));
-  ASSERT_TRUE(follower.waitForOutput("one"));
-  add("two");
-  ASSERT_TRUE(follower.waitForOutput("two"));
-  follower.signal(SIGTERM);
-  EXPECT_THAT(jsonLines(follower.wait().out), SizeIs(2));
-  EXPECT_THAT(ids(), ElementsAre(1, 2));
+  followAndKeep();
 }
 
 TEST_F(ClusterFollow, EndsAtItsLimit) {
   addDataSelection(4);
-  Program follower(at({"consume", "--follow", "--limit", "2", "--json", "--dsid", "4"}));
-  for (const char* const server : {"one", "two", "three"}) add(server, 4);
-  const Outcome outcome = follower.wait();
-  EXPECT_EQ(outcome.status, 0);
-  EXPECT_THAT(jsonLines(outcome.out), SizeIs(2));
-  EXPECT_THAT(ids(4), ElementsAre(3));
+  followToItsLimit(4);
 }
 
 TEST_F(ClusterFollow, RefusesADataSelectionThatDoesNotExist) {
-  const Outcome outcome = run({"consume", "--follow", "--dsid", "9"});
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, HasSubstr("data selection 9 does not exist"));
+  followAnUnknownDataSelection();
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "tests/cluster/EtcdCluster.h"
 #include "tests/cluster/LogCapture.h"
 #include "tests/cluster/QueueReader.h"
+#include "tests/cluster/TestThread.h"
 
 namespace EventSystemTest {
 namespace {
@@ -93,16 +94,16 @@ TEST_F(ClusterQueue, IsOneQueueForAllItsMembers) {
 TEST_F(ClusterQueue, ServesSeveralThreadsThroughOneClient) {
   constexpr unsigned int kThreads = 4;
   constexpr unsigned int kEach = 50;
-  std::vector<std::thread> threads;
+  std::vector<std::jthread> threads;
   for (unsigned int i = 0; i < kThreads; ++i) {
-    threads.emplace_back([this, i] {
+    threads.push_back(testThread([this, i](const std::stop_token&) {
       for (unsigned int n = 0; n < kEach; ++n) {
         EXPECT_NE(store(client, std::to_string(i) + "/" + std::to_string(n)), 0u);
         eventAfter(client, n);
       }
-    });
+    }));
   }
-  for (std::thread& thread : threads) thread.join();
+  for (std::jthread& thread : threads) thread.join();
   std::set<std::string> texts;
   for (const StoredEvent& event : allEvents(client)) texts.insert(event.text);
   EXPECT_EQ(texts.size(), kThreads * kEach);
@@ -160,9 +161,9 @@ TEST_F(ClusterQueue, LetsNoMemberStarve) {
   constexpr unsigned long kLeast = kAll / 10;
   std::array<unsigned long, 3> stored{};
   std::atomic<unsigned long> last{0};
-  std::vector<std::thread> members;
+  std::vector<std::jthread> members;
   for (unsigned long& own : stored) {
-    members.emplace_back([&] {
+    members.push_back(testThread([&](const std::stop_token&) {
       ClusterClient member(etcd.configuration());
       while (last < kAll) {
         const unsigned long id = store(member, "event");
@@ -170,9 +171,9 @@ TEST_F(ClusterQueue, LetsNoMemberStarve) {
         last = id;
         ++own;
       }
-    });
+    }));
   }
-  for (std::thread& member : members) member.join();
+  for (std::jthread& member : members) member.join();
   for (const unsigned long own : stored) EXPECT_GE(own, kLeast);
 }
 

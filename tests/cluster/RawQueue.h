@@ -15,6 +15,10 @@ namespace EventSystemTest {
 void fillQueue(const EventSystemHost::ClusterConfiguration& configuration, const std::string& queue,
                unsigned long events);
 
+// What is kept of the copies of a member's events 1 to `markers`. Throws std::runtime_error.
+void fillMarkers(const EventSystemHost::ClusterConfiguration& configuration,
+                 const std::string& queue, const std::string& member, unsigned long markers);
+
 }  // namespace EventSystemTest
 
 #endif

@@ -48,6 +48,12 @@ class EventctlHome : public ::testing::Test {
   // The ids that a list shows.
   Ids ids(unsigned int dsid = 0) const;
 
+  // What eventctl consume --follow does wherever the queues are.
+  void followAndKeep() const;
+  void followToItsLimit(unsigned int dsid = 0) const;
+  void followUntilItsReaderGoes() const;
+  void followAnUnknownDataSelection() const;
+
   // A file beside the home.
   std::filesystem::path write(const std::string& name, const std::string& text) const;
 

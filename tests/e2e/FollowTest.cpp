@@ -71,25 +71,11 @@ TEST_F(Follow, FollowsADataSelectionWhoseIdsStartAgain) {
 }
 
 TEST_F(Follow, KeepsAndPrintsEachEventOnce) {
-  add("one");
-  Program follower(at({"consume", "--follow", "--keep", "--json"}));
-  ASSERT_TRUE(follower.waitForOutput("one"));
-  add("two");
-  ASSERT_TRUE(follower.waitForOutput("two"));
-  follower.signal(SIGTERM);
-  EXPECT_THAT(jsonLines(follower.wait().out), SizeIs(2));
-  EXPECT_THAT(ids(), ElementsAre(1, 2));
+  followAndKeep();
 }
 
 TEST_F(Follow, EndsAtItsLimit) {
-  Program follower(at({"consume", "--follow", "--limit", "2", "--json"}));
-  add("one");
-  add("two");
-  add("three");
-  const Outcome outcome = follower.wait();
-  EXPECT_EQ(outcome.status, 0);
-  EXPECT_THAT(jsonLines(outcome.out), SizeIs(2));
-  EXPECT_THAT(ids(), ElementsAre(3));
+  followToItsLimit();
 }
 
 TEST_F(Follow, EndsWhenItsReaderHasGone) {
@@ -100,13 +86,7 @@ TEST_F(Follow, EndsWhenItsReaderHasGone) {
 }
 
 TEST_F(Follow, EndsWhenItsReaderGoesWhileItWaits) {
-  add("node1");
-  Program follower(at({"consume", "--follow"}));
-  ASSERT_TRUE(follower.waitForOutput("node1"));
-  follower.closeOutput();
-  const Outcome outcome = follower.wait();
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.err, "eventctl: the reader of standard output has gone\n");
+  followUntilItsReaderGoes();
 }
 
 // The pipe takes 64 KiB; what does not fit waits in the queue until the stop.
@@ -127,9 +107,7 @@ TEST_F(Follow, EndsWhileItsReaderDoesNotRead) {
 }
 
 TEST_F(Follow, RefusesADataSelectionThatDoesNotExist) {
-  const Outcome outcome = run({"consume", "--follow", "--dsid", "9"});
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, HasSubstr("data selection 9 does not exist"));
+  followAnUnknownDataSelection();
 }
 
 }  // namespace
