@@ -141,7 +141,7 @@ TableQueries& Database::queries(Table& table) {
   return *table.queries;
 }
 
-int Database::call(Use use, const Task& task, const std::function<int()>& body) {
+int Database::call(Use use, const Task& task, const Work& body) {
   Lock lock(m_mutex);
   try {
     const int status = ready(use, lock);
@@ -210,8 +210,8 @@ int Database::addTable(const char* name, const char* iniPath) {
     // A table is not seen without its initial rows: they are inserted by a call of their own.
     const auto when =
         definition.initialRows.empty() ? Writer::Commit::kNow : Writer::Commit::kWithNextWrite;
-    const int status =
-        write(when, task, [&] { return connection().execute(createTableSql(definition)); });
+    const int status = write(when, Writer::Kind::kAny, task,
+                             [&] { return connection().execute(createTableSql(definition)); });
     if (status == SQLITE_OK) m_catalogue->add(definition).createdAfter = before;
     return status;
   });
@@ -227,7 +227,7 @@ int Database::insertInitialRows(const char* name, const char* iniPath) {
     if (defined == definitions.end()) {
       throw HostError(std::string(iniPath) + ": has no section [" + name + "]");
     }
-    return write(Writer::Commit::kNow, task, [&]() -> int {
+    return write(Writer::Commit::kNow, Writer::Kind::kAny, task, [&]() -> int {
       for (const std::string& row : defined->second.initialRows) {
         const int status = queries(table).insert(parseRecord(*table.definition, row));
         if (status != SQLITE_OK) return status;
@@ -254,7 +254,10 @@ int Database::add(const TableDefinition& definition, const char* record, int* ke
     Table& table = require(definition.name);
     std::int64_t number = 0;
     const auto when = definition.deferrable ? Writer::Commit::kWithNextWrite : Writer::Commit::kNow;
-    const int status = write(when, task, [&] {
+    // The number that the table gives may be refused after the insert.
+    const auto kind =
+        definition.keyColumn().automatic ? Writer::Kind::kAny : Writer::Kind::kOneStatement;
+    const int status = write(when, kind, task, [&] {
       const int inserted = queries(table).insert(values);
       if (inserted != SQLITE_OK || !definition.keyColumn().automatic) return inserted;
       number = sqlite3_last_insert_rowid(connection().get());
@@ -274,7 +277,8 @@ int Database::update(const TableDefinition& definition, const char* key, const c
     const auto values = parseAssignments(definition, assignments == nullptr ? "" : assignments);
     Table& table = require(definition.name);
     return write(definition.deferrable ? Writer::Commit::kWithNextWrite : Writer::Commit::kNow,
-                 task, [&] { return queries(table).update(number, values); });
+                 Writer::Kind::kOneStatement, task,
+                 [&] { return queries(table).update(number, values); });
   });
 }
 
@@ -283,7 +287,8 @@ int Database::remove(const TableDefinition& definition, const char* key) {
   return call(Use::kWrite, task, [&] {
     const std::int64_t number = parseKey(definition, key);
     Table& table = require(definition.name);
-    return write(Writer::Commit::kNow, task, [&] { return queries(table).remove(number); });
+    return write(Writer::Commit::kNow, Writer::Kind::kOneStatement, task,
+                 [&] { return queries(table).remove(number); });
   });
 }
 
@@ -356,10 +361,10 @@ bool Database::hasDataSelection(unsigned int dsid) {
   return found;
 }
 
-int Database::write(Writer::Commit when, const Task& task, const std::function<int()>& body) {
+int Database::write(Writer::Commit when, Writer::Kind kind, const Task& task, const Work& body) {
   const bool hadPending = m_writer->pending();
   const std::uint64_t commitsBefore = m_writer->commits();
-  const int status = m_writer->write(when, body);
+  const int status = m_writer->write(when, kind, body);
   if (status != SQLITE_OK) logFailure(status, task, m_writer->failure());
   if (hadPending && m_writer->commits() == commitsBefore) {
     WarningA(status, "%s: a write that waited to be stored with this one is lost, too",

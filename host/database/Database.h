@@ -6,7 +6,6 @@
 #ifndef EVENTSYSTEM_HOST_DATABASE_DATABASE_H
 #define EVENTSYSTEM_HOST_DATABASE_DATABASE_H
 
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -20,6 +19,7 @@
 #include "host/database/ReaderPool.h"
 #include "host/database/WalSync.h"
 #include "host/database/Walk.h"
+#include "host/database/Work.h"
 #include "host/database/Writer.h"
 
 namespace EventSystemHost {
@@ -76,11 +76,11 @@ class Database : public std::enable_shared_from_this<Database> {
 
   // Runs `body`, which returns SQLITE_OK or a status, when the database can be used. What it
   // throws becomes a status and a log line.
-  int call(Use use, const Task& task, const std::function<int()>& body);
+  int call(Use use, const Task& task, const Work& body);
   int ready(Use use, Lock& lock);
 
   // Runs `body` as one write.
-  int write(Writer::Commit when, const Task& task, const std::function<int()>& body);
+  int write(Writer::Commit when, Writer::Kind kind, const Task& task, const Work& body);
   void afterWrite();
   void forgetTablesTakenBack();
   int commitPending();

@@ -66,8 +66,8 @@ bool Database::shrink() {
   const std::int64_t allPages = connection().number("PRAGMA page_count");
   if (freePages <= std::max(kFreePagesKept, allPages / kFreeShareKept)) return false;
   const Task task{nullptr, "free space was not given back"};
-  return write(Writer::Commit::kNow, task, [&] { return connection().execute(kFreeSomePages); }) ==
-         SQLITE_OK;
+  return write(Writer::Commit::kNow, Writer::Kind::kAny, task,
+               [&] { return connection().execute(kFreeSomePages); }) == SQLITE_OK;
 }
 
 void Database::finish(Lock& lock) {

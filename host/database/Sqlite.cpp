@@ -4,19 +4,22 @@ namespace EventSystemHost {
 
 namespace {
 
+// The value as SQLite holds it is looked up once: it is not safe for several threads, but neither
+// is the connection.
 void readValue(sqlite3_stmt* statement, int column, Value& value) {
-  switch (sqlite3_column_type(statement, column)) {
+  sqlite3_value* const held = sqlite3_column_value(statement, column);
+  switch (sqlite3_value_type(held)) {
     case SQLITE_NULL:
       value = std::monostate();
       return;
     case SQLITE_INTEGER:
-      value = static_cast<std::int64_t>(sqlite3_column_int64(statement, column));
+      value = static_cast<std::int64_t>(sqlite3_value_int64(held));
       return;
     default:
       break;
   }
-  const void* bytes = sqlite3_column_blob(statement, column);
-  const auto length = static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
+  const void* bytes = sqlite3_value_blob(held);
+  const auto length = static_cast<std::size_t>(sqlite3_value_bytes(held));
   if (!std::holds_alternative<std::string>(value)) value = std::string();
   std::get<std::string>(value).assign(bytes == nullptr ? "" : static_cast<const char*>(bytes),
                                       length);

@@ -10,11 +10,15 @@ std::optional<std::string> copied(const char* filter) {
   return filter == nullptr ? std::nullopt : std::make_optional<std::string>(filter);
 }
 
+bool isSame(const std::optional<std::string>& known, const char* filter) {
+  return filter == nullptr ? !known : known && *known == filter;
+}
+
 }  // namespace
 
 OrbDB::CTable::Impl::Impl(std::weak_ptr<EventSystemHost::Database> owner,
                           std::shared_ptr<const EventSystemHost::TableDefinition> definition)
-    : database(std::move(owner)), table(std::move(definition)), m_row(table->columns.size()) {}
+    : database(std::move(owner)), table(std::move(definition)) {}
 
 OrbDB::CTable::Impl::Impl(const Impl& other) : Impl(other.database, other.table) {}
 
@@ -49,7 +53,7 @@ int OrbDB::CTable::Impl::start(const char* filter) {
 
 int OrbDB::CTable::Impl::next(const char* filter) {
   const auto owner = database.lock();
-  if (!owner || !m_started || m_filter != copied(filter)) return kFailed;
+  if (!owner || !m_started || !isSame(m_filter, filter)) return kFailed;
   const int status = m_walk ? owner->nextRow(*m_walk, m_row) : kFailed;
   m_current = status == 0;
   if (!m_current) endWalk();

@@ -5,7 +5,7 @@
 #ifndef EVENTSYSTEM_HOST_DATABASE_TABLEQUERIES_H
 #define EVENTSYSTEM_HOST_DATABASE_TABLEQUERIES_H
 
-#include <map>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -35,12 +35,26 @@ class TableQueries {
   int remove(std::int64_t key);
 
  private:
-  Statement& prepared(const std::string& sql);
+  // A statement that assigns to these columns, in this order.
+  struct Assigning {
+    std::vector<std::size_t> columns;
+    Statement statement;
+    Statement others;  // of an update; see update()
+  };
+  using Prepare = void (TableQueries::*)(const std::vector<Assignment>& values, Assigning& made);
+
+  Assigning& prepared(std::vector<Assigning>& known, const std::vector<Assignment>& values,
+                      Prepare prepare);
+  void prepareInsert(const std::vector<Assignment>& values, Assigning& made);
+  void prepareUpdate(const std::vector<Assignment>& values, Assigning& made);
   int change(Statement& statement, int whenNone);
 
   const Connection& m_connection;
   const TableDefinition& m_table;
-  std::map<std::string, Statement> m_statements;  // by their text
+  std::vector<Statement> m_selects;  // by column
+  std::vector<Assigning> m_inserts;
+  std::vector<Assigning> m_updates;
+  Statement m_remove;
 };
 
 // The rows of a table in the order of its key; with `column`, those where it equals parameter 1.

@@ -23,7 +23,9 @@ std::optional<std::int64_t> asNumber(const Value& value) {
 bool copyText(const Value& value, char* buffer, unsigned int size) {
   if (buffer == nullptr || size == 0) return false;
   if (const auto* number = std::get_if<std::int64_t>(&value)) {
-    kvrstrcpy(buffer, std::to_string(*number).c_str(), size);
+    char digits[24];
+    *std::to_chars(digits, digits + sizeof digits, *number).ptr = '\0';
+    kvrstrcpy(buffer, digits, size);
   } else if (const auto* text = std::get_if<std::string>(&value)) {
     kvrstrcpy(buffer, text->c_str(), size);
   } else {

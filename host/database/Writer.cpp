@@ -26,11 +26,17 @@ Writer::Writer(const std::filesystem::path& file, Durability durability, std::ui
   sqlite3_wal_hook(m_connection.get(), countWalPages, &m_walPages);
 }
 
-int Writer::write(Commit when, const std::function<int()>& body) {
+int Writer::write(Commit when, Kind kind, const Work& body) {
   const bool joined = m_pending;
-  int status = joined ? m_savepoint.run() : begin();
+  const bool guarded = joined && kind == Kind::kAny;
+  int status = SQLITE_OK;
+  if (guarded) {
+    status = m_savepoint.run();
+  } else if (!joined) {
+    status = begin();
+  }
   if (status == SQLITE_OK) status = body();
-  if (status == SQLITE_OK && joined) status = m_release.run();
+  if (status == SQLITE_OK && guarded) status = m_release.run();
   if (status == SQLITE_OK) {
     if (when == Commit::kNow || joined) return commit();
     m_pending = true;
@@ -39,8 +45,10 @@ int Writer::write(Commit when, const std::function<int()>& body) {
   noteFailure(status);
   if (joined && !m_connection.idle()) {
     // Only this write is taken back; the earlier one has been reported as done.
-    m_rollbackToSavepoint.run();
-    m_release.run();
+    if (guarded) {
+      m_rollbackToSavepoint.run();
+      m_release.run();
+    }
     commit();
   } else {
     rollBack();

@@ -10,11 +10,11 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <string>
 
 #include "host/config/HostConfiguration.h"
 #include "host/database/Sqlite.h"
+#include "host/database/Work.h"
 
 namespace EventSystemHost {
 
@@ -30,9 +30,13 @@ class Writer {
 
   enum class Commit { kNow, kWithNextWrite };
 
+  // What a write does: one statement that changes rows, which SQLite takes back by itself when it
+  // fails, or anything else.
+  enum class Kind { kOneStatement, kAny };
+
   // Runs `body`, which returns SQLITE_OK or a status, and commits what it did, or takes it back
   // when it fails. What an earlier write left open is committed in any case. Returns the status.
-  int write(Commit when, const std::function<int()>& body);
+  int write(Commit when, Kind kind, const Work& body);
 
   // Whether a write waits for the next one.
   bool pending() const { return m_pending; }

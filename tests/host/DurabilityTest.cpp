@@ -3,6 +3,8 @@
 
 #include <array>
 #include <chrono>
+#include <cstdint>
+#include <filesystem>
 #include <string>
 #include <thread>
 
@@ -157,6 +159,16 @@ TEST_F(Durability, RelaxedDoesNotFlush) {
   EXPECT_EQ(FaultVfs::walFlushes(), before);
   EXPECT_EQ(host().waitDurable(), 0);
   EXPECT_EQ(FaultVfs::walFlushes() - before, 1);
+}
+
+TEST_F(Durability, AnEventAndItsIdTakeTwoPagesOfTheWal) {
+  constexpr std::uintmax_t kPage = 4096 + 24;
+  startWith("relaxed");
+  newEvent(1);
+  const std::filesystem::path wal = database().string() + "-wal";
+  const std::uintmax_t before = std::filesystem::file_size(wal);
+  newEvent(2);
+  EXPECT_EQ(std::filesystem::file_size(wal) - before, 2 * kPage);
 }
 
 TEST_F(Durability, GroupFlushesOnceForAllCallsBeforeTheWait) {

@@ -119,6 +119,20 @@ TEST_F(Record, OfAnUpdateFollowsTheSameRules) {
   EXPECT_EQ(textOf("eventproperties", "1", "propvalue"), "0");
 }
 
+TEST_F(Record, OfAnUpdateMayNameAUniqueColumnThatStaysOrChanges) {
+  OrbDB::CTable table = open("eventproperties");
+  ASSERT_LT(table.addRecord("propname=other,propvalue=7", nullptr, 0), 1);
+  EXPECT_EQ(table.updateRecord("1", "propname=maxid,propvalue=5"), 0);
+  EXPECT_EQ(textOf("eventproperties", "1", "propvalue"), "5");
+  EXPECT_EQ(table.updateRecord("1", "propname=renamed,propvalue=6"), 0);
+  EXPECT_EQ(keysOf("eventproperties", "propname=renamed"), std::vector<long>{1});
+  EXPECT_EQ(textOf("eventproperties", "1", "propvalue"), "6");
+  EXPECT_GT(table.updateRecord("1", "propname=other,propvalue=8"), 0) << "row 2 has that name";
+  EXPECT_GT(table.updateRecord("3", "propname=maxid,propvalue=8"), 0) << "there is no row 3";
+  EXPECT_EQ(textOf("eventproperties", "1", "propvalue"), "6");
+  EXPECT_EQ(textOf("eventproperties", "2", "propvalue"), "7");
+}
+
 TEST_F(Record, CannotCarrySql) {
   const std::string text = "'); DROP TABLE events; --";
   EXPECT_EQ(add("events", eventRecord(1, text)), 0);
