@@ -28,7 +28,11 @@ Maintenance::Clock::time_point Database::maintenanceDue() const {
   const bool usable = m_open && m_writer && !m_writer->suspect() && !m_walSuspect && !m_lost;
   if (!usable) return Maintenance::kNever;
   if (m_checkpointDue && m_damage.empty()) return Maintenance::Clock::time_point::min();
-  return m_writer->pending() ? m_pendingSince + kPendingDelay : Maintenance::kNever;
+  const Maintenance::Clock::time_point due = m_pendingSince + kPendingDelay;
+  if (m_writer->pending()) return due;
+  // While writes follow one another, the thread looks after them now and then by itself: to be
+  // woken would cost each of them more than its work does.
+  return due > Maintenance::Clock::now() ? due : Maintenance::kNever;
 }
 
 void Database::maintain(Lock& lock) {
