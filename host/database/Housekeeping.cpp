@@ -80,6 +80,7 @@ void Database::finish(Lock& lock) {
     // Whether or not the WAL can be copied below.
     if (m_configuration.durability != Durability::kStrict) {
       m_sync.waitFor(m_writer->commits(), *m_writer, lock);
+      if (!lock.owns_lock()) lock.lock();
       m_sync.waitUntilIdle(lock);
     }
     endAllWalks();

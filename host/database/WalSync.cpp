@@ -9,12 +9,35 @@ int WalSync::waitFor(std::uint64_t commits, Writer& writer, std::unique_lock<std
   while (true) {
     if (m_failures != failures && commits > m_durableBeforeFailure) return m_status;
     if (m_durable >= commits) return SQLITE_OK;
-    if (m_running) {
-      m_changed.wait(lock);
+    if (m_led) {
+      standInLine(lock);
+      if (m_durable >= commits) return SQLITE_OK;
+      lock.lock();
+    } else if (m_running) {
+      leadLine(writer, lock);
     } else {
       flush(writer, lock);
     }
   }
+}
+
+void WalSync::standInLine(std::unique_lock<std::mutex>& lock) {
+  std::atomic<int>& ended = m_ended[m_line % 2];
+  const int before = ended;
+  lock.unlock();
+  ended.wait(before);
+}
+
+void WalSync::leadLine(Writer& writer, std::unique_lock<std::mutex>& lock) {
+  const std::uint64_t failures = m_failures;
+  m_led = true;
+  m_changed.wait(lock, [&] { return !m_running || m_failures != failures; });
+  std::atomic<int>& ended = m_ended[m_line % 2];
+  ++m_line;
+  m_led = false;
+  if (m_failures == failures) flush(writer, lock);
+  ++ended;
+  ended.notify_all();
 }
 
 void WalSync::flush(Writer& writer, std::unique_lock<std::mutex>& lock) {
@@ -49,7 +72,7 @@ void WalSync::waitUntilIdle(std::unique_lock<std::mutex>& lock) {
 }
 
 void WalSync::setDurable(std::uint64_t commits) {
-  m_durable = std::max(m_durable, commits);
+  m_durable = std::max(m_durable.load(), commits);
 }
 
 }  // namespace EventSystemHost
