@@ -6,6 +6,7 @@
 #include <spdlog/sinks/stdout_sinks.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <memory>
@@ -20,6 +21,7 @@ namespace EventSystemHost {
 namespace {
 
 constexpr const char* kPattern = "%Y-%m-%dT%H:%M:%S.%e%z %l %v";
+constexpr std::size_t kRoomForCode = 16;
 
 constexpr std::array<spdlog::level::level_enum, 5> kLevels = {
     spdlog::level::off, spdlog::level::err, spdlog::level::warn, spdlog::level::info,
@@ -57,21 +59,30 @@ spdlog::sink_ptr openFile(const HostConfiguration& configuration) {
       false, handlers);
 }
 
+bool isControl(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return byte < 0x20 || byte == 0x7f;
+}
+
 // Replaces what would end or garble the line by its escape sequence.
 void appendVisible(std::string& line, std::string_view text) {
   constexpr std::string_view kDigits = "0123456789abcdef";
-  for (const char c : text) {
+  while (!text.empty()) {
+    const auto plain = std::find_if(text.begin(), text.end(), isControl);
+    line.append(text.begin(), plain);
+    text.remove_prefix(static_cast<std::size_t>(plain - text.begin()));
+    if (text.empty()) return;
+    const char c = text.front();
     const auto byte = static_cast<unsigned char>(c);
+    text.remove_prefix(1);
     if (c == '\n') {
       line += "\\n";
     } else if (c == '\r') {
       line += "\\r";
     } else if (c == '\t') {
       line += "\\t";
-    } else if (byte < 0x20 || byte == 0x7f) {
-      line += {'\\', 'x', kDigits[byte >> 4], kDigits[byte & 15]};
     } else {
-      line += c;
+      line += {'\\', 'x', kDigits[byte >> 4], kDigits[byte & 15]};
     }
   }
 }
@@ -104,7 +115,9 @@ bool logs(LogLevel level) {
 
 void writeLine(LogLevel level, int code, std::string_view text) noexcept {
   try {
-    std::string line = std::to_string(code);
+    std::string line;
+    line.reserve(text.size() + kRoomForCode);
+    line += std::to_string(code);
     line += ' ';
     appendVisible(line, text);
     spdlog::logger* logger = current.load(std::memory_order_acquire);

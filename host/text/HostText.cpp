@@ -31,9 +31,17 @@ int QMStringEscapeA(const char* text, char* escaped, unsigned long size) {
     return true;
   };
   bool fits = append("\"", 1);
-  // A doubled quote goes in whole or not at all: half of one would read as the closing quote.
-  for (; fits && *source != '\0'; ++source) {
-    fits = *source == '"' ? append("\"\"", 2) : append(source, 1);
+  while (fits && *source != '\0') {
+    const unsigned long plain = strcspn(source, "\"");
+    const unsigned long taken = std::min(plain, room - used);
+    append(source, taken);
+    source += taken;
+    fits = taken == plain;
+    // A doubled quote goes in whole or not at all: half of one would read as the closing quote.
+    if (fits && *source == '"') {
+      fits = append("\"\"", 2);
+      ++source;
+    }
   }
   fits = fits && append("\"", 1);
   escaped[used] = '\0';
