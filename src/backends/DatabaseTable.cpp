@@ -1,6 +1,10 @@
 #include "DatabaseTable.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cstdio>
+#include <cstring>
+#include <limits>
 #include <mutex>
 #include <sstream>
 
@@ -18,6 +22,20 @@ struct Key {
   explicit Key(unsigned long id) { snprintf(text, sizeof text, "%lu", id); }
   char text[128];
 };
+
+// Reads a number as a stream does, blanks, signs and overflow included. Digits alone, and so few
+// that they cannot overflow, are what a database gives, a million times at a start.
+template <class Unsigned>
+void readDecimal(const char* text, Unsigned& value) {
+  const char* const end = text + strlen(text);
+  const bool plain = end != text && end - text <= std::numeric_limits<Unsigned>::digits10 &&
+                     std::all_of(text, end, [](char c) { return c >= '0' && c <= '9'; });
+  if (plain) {
+    std::from_chars(text, end, value);
+  } else {
+    std::istringstream(text) >> value;
+  }
+}
 
 OrbDB::CTable* findTable(const char* name, const char* operation) {
   return guarded<OrbDB::CTable*>(operation, "GetTable", nullptr,
@@ -83,7 +101,7 @@ bool DatabaseTable::getDecimal(const char* column, Unsigned& value) {
            m_operation, column);
     return false;
   }
-  std::istringstream(text) >> value;
+  readDecimal(text, value);
   return true;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <string_view>
 
 #include "EventSystem/ResultCode.h"
 #include "EventSystem/platform/HostLog.h"
@@ -16,9 +17,12 @@ namespace {
 class EventRecord {
  public:
   EventRecord(Event& event, unsigned long id, std::optional<unsigned int> dsid) {
+    m_eventString[0] = '\0';
     event.toString(m_eventString, sizeof m_eventString);
     // An open quote until it is replaced: a record that lacks its text is refused, not stored.
-    char escaped[kEventStringBound] = "\"";
+    char escaped[kEventStringBound];
+    escaped[0] = '"';
+    escaped[1] = '\0';
     guarded(kFunction, "QMStringEscapeA", 1,
             [&] { return QMStringEscapeA(m_eventString, escaped, sizeof escaped); });
     const unsigned long date = event.getDate();
@@ -47,7 +51,7 @@ class EventRecord {
     if (quotes > 0 && quotes % 2 == 0) *strrchr(m_text, '"') = '\0';
   }
 
-  char m_eventString[kEventStringBound] = "";
+  char m_eventString[kEventStringBound];
   char m_text[kRecordBound];
 };
 
@@ -90,7 +94,8 @@ int readEventRow(const char* table, unsigned long id, Event** event) {
     ErrorA(kStoreFailure, "%s Failed to get the events table in OrbDB", kFunction);
     return kTableUnavailable;
   }
-  char eventString[kEventStringBound] = "";
+  char eventString[kEventStringBound];
+  eventString[0] = '\0';
   if (rows.readRecord(id) != 0 ||
       rows.getText("eventstring", eventString, sizeof eventString) != 0) {
     ErrorA(kStoreFailure, "%s: read event %lu failed.", kFunction, id);
@@ -129,19 +134,20 @@ bool EventRow::load(const Columns& columns) {
   bool readable = true;
   eventString[0] = '\0';
   for (const OrbDB::CColumn* const column : columns) {
-    const char* const name =
+    const char* const text =
         guarded<const char*>(kFunction, "name", nullptr, [&] { return column->name(); });
-    if (name == nullptr) {
+    const std::string_view name = text == nullptr ? "" : text;
+    if (text == nullptr) {
       readable = false;
-    } else if (strcmp(name, "id") == 0) {
+    } else if (name == "id") {
       readable = getNumber(*column, rowId, kFunction) && readable;
-    } else if (strcmp(name, "eventid") == 0) {
+    } else if (name == "eventid") {
       readable = getNumber(*column, rowEventId, kFunction) && readable;
-    } else if (strcmp(name, "type") == 0) {
+    } else if (name == "type") {
       getNumber(*column, type, kFunction);
-    } else if (strcmp(name, "eventstring") == 0) {
+    } else if (name == "eventstring") {
       getText(*column, eventString, sizeof eventString, kFunction);
-    } else if (strcmp(name, "dataselection") == 0) {
+    } else if (name == "dataselection") {
       readable = getNumber(*column, dsid, kFunction) && readable;
     }
   }

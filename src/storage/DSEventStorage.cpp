@@ -31,7 +31,8 @@ void DSEventStorage::assignEventId(Event* event, unsigned long id) {
 }
 
 void DSEventStorage::addIdToCache(unsigned long id, unsigned int dsid) {
-  m_idCaches[dsid].insert(id);
+  std::set<unsigned long>& ids = m_idCaches[dsid];
+  ids.insert(ids.end(), id);  // ids grow: nearly always the place is there
 }
 
 void DSEventStorage::removeIdFromCache(unsigned long id, unsigned int dsid) {

@@ -44,7 +44,7 @@ void EventStorage::assignEventId(Event* event, unsigned long id) {
 }
 
 void EventStorage::addIdToCache(unsigned long id) {
-  m_idCache.insert(id);
+  m_idCache.insert(m_idCache.end(), id);  // ids grow: nearly always the place is there
 }
 
 void EventStorage::removeIdFromCache(unsigned long id) {

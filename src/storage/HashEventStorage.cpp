@@ -61,8 +61,9 @@ int HashEventStorage::writeEvent(Event* event) {
   assignEventId(event, id);
   assignEventId(copy.get(), id);
   addIdToCache(id);
-  const std::shared_ptr<Event> stored = std::move(copy);
-  m_events[stored->getId()] = stored;
+  const unsigned long key = copy->getId();
+  // Behind all others is where the next id belongs, and where the place is found at once.
+  m_events.insert_or_assign(m_events.end(), key, std::shared_ptr<Event>(std::move(copy)));
   return kSuccess;
 }
 

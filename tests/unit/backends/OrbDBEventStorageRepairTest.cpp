@@ -1,5 +1,7 @@
 // The global database store's cache rebuilding and its consistency check.
 
+#include <limits>
+
 #include "DatabaseStoreTest.h"
 
 namespace EventSystemTest {
@@ -74,6 +76,18 @@ TEST_F(OrbDBEventStorageRepair, TheCacheHoldsEventIdsNotRowIdsAndEachOnce) {
   build();
   EXPECT_EQ(0, store->populateIdCache());
   EXPECT_THAT(cache(), ElementsAre(40));
+}
+
+TEST_F(OrbDBEventStorageRepair, TheCacheTakesNumbersAsAStreamReadsThem) {
+  build();
+  unsigned long row = 0;
+  for (const char* text :
+       {" 7", "+8", "12x", "x", "0009", "99999999999999999999", "-3", "18446744073709551614"}) {
+    events().put({std::to_string(++row), text, "5", "1700000000", ""});
+  }
+  EXPECT_EQ(0, store->populateIdCache());
+  constexpr unsigned long kLargest = std::numeric_limits<unsigned long>::max();
+  EXPECT_THAT(cache(), ElementsAre(0, 7, 8, 9, 12, kLargest - 2, kLargest - 1, kLargest));
 }
 
 TEST_F(OrbDBEventStorageRepair, TheHighestIdIsRaisedToTheStoredOneAndNeverLowered) {
