@@ -1,5 +1,5 @@
 // A bounded run over generated cases, and the corners that are known by name.
-// event_text_differential runs as many more as one likes.
+// prove_text runs as many more as one likes.
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
 #include <random>
 
 namespace EventSystemTest {
@@ -69,10 +68,9 @@ int Proof::finish() {
   for (const auto& [what, number] : m_figures) {
     std::printf("proof-figure\t%s\t%s\t%lu\n", m_name.c_str(), field(what).c_str(), number);
   }
-  const std::string program = std::filesystem::path(m_app.get_name()).filename().string();
   for (const auto& [what, repeat] : m_failures) {
     std::printf("proof-failure\t%s\t%s\t%s %s\n", m_name.c_str(), field(what).c_str(),
-                program.c_str(), field(repeat).c_str());
+                m_app.get_name().c_str(), field(repeat).c_str());
   }
   std::fflush(stdout);
   m_status = m_failures.empty() ? 0 : 1;

@@ -71,7 +71,8 @@ TEST(Proof, EndsAtAFailureAndReportsItWithTheCommandThatRepeatsIt) {
   EXPECT_FALSE(proof.more(1));
   EXPECT_THAT(
       reportOf(proof, 1),
-      HasSubstr("proof-failure\tprocess death\tevent 3 is gone\tprove_death --seed 7 --round 2\n"));
+      HasSubstr(
+          "proof-failure\tprocess death\tevent 3 is gone\t/bin/prove_death --seed 7 --round 2\n"));
 }
 
 }  // namespace
