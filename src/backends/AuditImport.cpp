@@ -103,6 +103,7 @@ bool AuditImport::takeRow() {
   }
   if (content == nullptr || date == nullptr) {
     ErrorA(m_result, "%s:eventid %d content is empty.", kFunction, m_rowId);
+    if (content != date) keepInLog(date, content);
   } else if (type != kAuditEvent) {
     ErrorA(m_result, "%s:only audit event is supported, wrong: %d.", kFunction, type);
     return false;
@@ -129,11 +130,17 @@ void AuditImport::queueRow(const char* date, const char* content) {
   } else {
     m_result = m_queue.writeEvent(event.get());
     m_lastEventId = event == nullptr ? 0 : event->getId();
+    if (m_result != kSuccess) keepInLog(date, content);
   }
   // Written for a row that did not parse too: operators count these lines.
   if (m_result != kSuccess) {
     ErrorA(m_result, "%s:eventid %d failed writeEvent: %d.", kFunction, m_rowId, m_result);
   }
+}
+
+void AuditImport::keepInLog(const char* date, const char* content) const {
+  ErrorA(m_result, "%s:eventid %d is not queued, date_created:%s,content:%s", kFunction, m_rowId,
+         orNull(date), orNull(content));
 }
 
 bool AuditImport::mayRetry(int step) {

@@ -35,6 +35,9 @@ class AuditImport {
   bool takeRow();
   bool mayRetry(int step);
   void queueRow(const char* date, const char* content);
+  // The row goes with the others: what it held is then in the log alone. A row that does not parse
+  // is there already, in the line that says so.
+  void keepInLog(const char* date, const char* content) const;
   void deleteRows();
   void close();
 

@@ -84,6 +84,10 @@ class AuditImportFixture : public DatabaseStoreTest<ImportingStore> {
   static LogLine writeFailed(int code, int row, int result) {
     return error(code, "%s:eventid %d failed writeEvent: %d.", "PopuAuditEventDB", row, result);
   }
+  static LogLine keptInLog(int code, int row, const char* date, const std::string& content) {
+    return error(code, "%s:eventid %d is not queued, date_created:%s,content:%s",
+                 "PopuAuditEventDB", row, date, content.c_str());
+  }
   // A failed step; `message` is what SQLite says.
   static LogLine stepFailed(int row, int step, const char* message, int retry) {
     return error(4,

@@ -97,7 +97,7 @@ TEST_F(AuditImport, ARowWithoutContentIsNotQueuedButDeleted) {
   EXPECT_THAT(file().ids(), IsEmpty());
   EXPECT_THAT(host().log(),
               ElementsAre(error(0, "%s:eventid %d content is empty.", "PopuAuditEventDB", 5),
-                          summary(9, 2)));
+                          keptInLog(0, 5, "1", "(null)"), summary(9, 2)));
 }
 
 TEST_F(AuditImport, ARowWithoutADateIsNotQueuedButDeleted) {
@@ -105,6 +105,14 @@ TEST_F(AuditImport, ARowWithoutADateIsNotQueuedButDeleted) {
   EXPECT_EQ(0u, run());
   EXPECT_THAT(queued(), IsEmpty());
   EXPECT_THAT(file().ids(), IsEmpty());
+  EXPECT_THAT(host().log(),
+              ElementsAre(error(0, "%s:eventid %d content is empty.", "PopuAuditEventDB", 3),
+                          keptInLog(0, 3, "(null)", auditContent("x")), summary(3, 0)));
+}
+
+TEST_F(AuditImport, AnEmptyRowIsNotKeptInTheLog) {
+  file().add(3, std::nullopt, std::nullopt);
+  EXPECT_EQ(0u, run());
   EXPECT_THAT(host().log(),
               ElementsAre(error(0, "%s:eventid %d content is empty.", "PopuAuditEventDB", 3),
                           summary(3, 0)));
@@ -166,11 +174,12 @@ TEST_F(AuditImport, TheResultIsThatOfTheLastRow) {
 TEST_F(AuditImport, ARefusedWriteLosesTheRow) {
   (*store).*access(CountLimit()) = 1;
   file().add(3, "first");
-  file().add(4, "second");
+  file().add(4, "17", auditContent("second"));
   EXPECT_EQ(50u, run());
   EXPECT_THAT(queued(), ElementsAre("first"));
   EXPECT_THAT(file().ids(), IsEmpty());
   EXPECT_THAT(host().log(), Contains(writeFailed(50, 4, 50)));
+  EXPECT_THAT(host().log(), Contains(keptInLog(50, 4, "17", auditContent("second"))));
   EXPECT_EQ(summary(4, 0), host().log().back()) << "the last event was given no id";
 }
 
