@@ -50,30 +50,33 @@ void Workload::produce(ClusterClient& client, const std::string& member) {
       }
       const bool givesUp = !m_options.tryAgain || m_stopping;
       if (!stored && givesUp) {
-        m_history.failed(text);
+        m_history.failed(text, begin);
         break;
       }
     }
   }
 }
 
-// Reads upwards and deletes what it is given.
+// Reads upwards and deletes what it is given. It stops in the middle of a delete that does not
+// succeed, as a consumer may that is told to end.
 void Workload::consume(ClusterClient& client) {
   unsigned long last = 0;
   while (!m_stopping) {
     unsigned long id = 0;
     std::string member;
     std::string text;
+    const auto begin = History::now();
     if (client.getNextEvent(kQueue, last, id, member, text, 0) != 0) continue;
+    m_history.read(last, id, text, begin, History::now());
     if (id == 0) {
       std::this_thread::sleep_for(std::chrono::milliseconds(1));
       continue;
     }
-    m_history.consumed(id, text);
     last = id;
-    while (client.deleteEventById(kQueue, id, 0) != 0) {
-    }
-    m_history.deleted(id);
+    m_history.deleting(id, History::now());
+    bool deleted = false;
+    while (!deleted && !m_stopping) deleted = client.deleteEventById(kQueue, id, 0) == 0;
+    if (deleted) m_history.deleted(id, History::now());
   }
 }
 
