@@ -65,7 +65,9 @@ EtcdNodes::NodeGroupOptions nodeOptions(const EtcdOptions& options,
 }  // namespace
 
 EtcdCluster::EtcdCluster(const EtcdOptions& options)
-    : m_options(options), m_nodes(nodeOptions(options, m_directory.path())) {
+    : m_directory(options.directory),
+      m_options(options),
+      m_nodes(nodeOptions(options, m_directory.path())) {
   for (int i = 0; i < size(); ++i) start(i);
   waitUntilServing();
 }

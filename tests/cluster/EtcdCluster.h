@@ -5,6 +5,7 @@
 #ifndef EVENTSYSTEM_TESTS_CLUSTER_ETCDCLUSTER_H
 #define EVENTSYSTEM_TESTS_CLUSTER_ETCDCLUSTER_H
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -19,19 +20,22 @@ struct EtcdOptions {
   int members = 1;
   std::vector<std::string> arguments;              // more of etcd's command line
   const CertificateFiles* certificates = nullptr;  // TLS for clients when set; outlives the cluster
+  std::filesystem::path directory =
+      std::filesystem::temp_directory_path();  // of the directory with their data
 };
 
 class EtcdCluster {
  public:
   // Starts all members and waits until they serve.
   explicit EtcdCluster(const EtcdOptions& options);
-  explicit EtcdCluster(int members) : EtcdCluster(EtcdOptions{members, {}, nullptr}) {}
+  explicit EtcdCluster(int members) : EtcdCluster(optionsFor(members)) {}
 
   // Member by member, from 0.
   void start(int member) { m_nodes.start(member); }  // with the data that it has
   void kill(int member) { m_nodes.kill(member); }    // SIGKILL
   void pause(int member) { m_nodes.pause(member); }
   void resume(int member) { m_nodes.resume(member); }
+  bool running(int member) { return m_nodes.running(member); }
 
   // Waits until all members answer and a majority works. Throws when that takes too long.
   void waitUntilServing() const { waitUntilServing(configuration()); }
@@ -55,6 +59,12 @@ class EtcdCluster {
   const std::filesystem::path& directory() const { return m_directory.path(); }
 
  private:
+  static EtcdOptions optionsFor(int members) {
+    EtcdOptions options;
+    options.members = members;
+    return options;
+  }
+
   TempDir m_directory;
   EtcdOptions m_options;
   EtcdNodes::NodeGroup m_nodes;

@@ -81,6 +81,12 @@ void Proxy::setMute(bool mute) {
   wake();
 }
 
+void Proxy::setDeaf(bool deaf) {
+  m_deaf = deaf;
+  if (!deaf) m_cutAll = true;
+  wake();
+}
+
 void Proxy::setDown(bool down) {
   m_down = down;
   if (down) m_cutAll = true;
@@ -133,7 +139,7 @@ void Proxy::serve(Connection& connection, bool clientReady, bool serverReady) {
   if (clientReady) {
     const ssize_t size = readSome(connection.client, buffer);
     if (beginsRequest(buffer, size) && m_losing.exchange(false)) connection.awaitsAnswer = true;
-    connection.broken = size == 0 || !writeAll(connection.server, buffer.data(), size);
+    connection.broken = size == 0 || (!m_deaf && !writeAll(connection.server, buffer.data(), size));
   }
   if (serverReady && !connection.broken) {
     const ssize_t size = readSome(connection.server, buffer);

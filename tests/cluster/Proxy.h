@@ -33,6 +33,9 @@ class Proxy {
   // that was open is cut.
   void setMute(bool mute);
 
+  // The other way round: no request reaches the server.
+  void setDeaf(bool deaf);
+
   // Everything is refused and cut while it is on.
   void setDown(bool down);
 
@@ -61,6 +64,7 @@ class Proxy {
   std::atomic<bool> m_stopping{false};
   std::atomic<bool> m_losing{false};
   std::atomic<bool> m_mute{false};
+  std::atomic<bool> m_deaf{false};
   std::atomic<bool> m_down{false};
   std::atomic<bool> m_cutAll{false};
   std::atomic<int> m_lostAnswers{0};
