@@ -1,6 +1,7 @@
 #include "tests/cluster/chaos/Ledger.h"
 
 #include <algorithm>
+#include <sstream>
 
 #include "tests/cluster/chaos/Queues.h"
 
@@ -83,8 +84,10 @@ HistoryVerdict Ledger::close() {
     sum.reordered += verdict.reordered;
     sum.resurrected += verdict.resurrected;
     sum.invented += verdict.invented;
-    if (verdict.details.empty()) continue;
-    sum.details += "queue of data selection " + std::to_string(dsid) + ":\n" + verdict.details;
+    std::istringstream lines(verdict.details);
+    for (std::string line; std::getline(lines, line);) {
+      sum.details += "data selection " + std::to_string(dsid) + ": " + line + "\n";
+    }
   }
   return sum;
 }

@@ -58,6 +58,9 @@ TEST_F(ChaosLedger, FindsALostEventInItsQueue) {
   const HistoryVerdict verdict = ledger.close();
   EXPECT_EQ(verdict.lost, 1);
   EXPECT_EQ(verdict.invented, 1);
+  EXPECT_EQ(verdict.details,
+            "data selection 0: lost: id 1, text \"a\"\n"
+            "data selection 4: invented: id 1, text \"a\"\n");
 }
 
 TEST_F(ChaosLedger, LetsAWriteOfUnknownOutcomeBeThereOnceOrNotAtAll) {
