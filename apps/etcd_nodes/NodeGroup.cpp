@@ -6,8 +6,7 @@
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
-
-#include "apps/etcd_nodes/Ports.h"
+#include <utility>
 
 namespace EtcdNodes {
 namespace {
@@ -36,18 +35,19 @@ std::string peerUrl(unsigned short port) {
 
 NodeGroup::NodeGroup(const NodeGroupOptions& options) : m_options(options), m_program(findEtcd()) {
   const int count = static_cast<int>(options.names.size());
-  const auto ports = freePorts(2 * count);
+  auto ports = freePorts(2 * count);
   for (std::size_t i = 0; i < options.names.size(); ++i) {
-    m_nodes.push_back({options.names[i], ports[2 * i], ports[2 * i + 1], Subprocess()});
+    m_nodes.push_back(
+        {options.names[i], std::move(ports[2 * i]), std::move(ports[2 * i + 1]), Subprocess()});
   }
 }
 
 std::vector<std::string> NodeGroup::commandOf(int node) const {
   std::string peers;
   for (const Node& each : m_nodes) {
-    peers += (peers.empty() ? "" : ",") + each.name + "=" + peerUrl(each.peerPort);
+    peers += (peers.empty() ? "" : ",") + each.name + "=" + peerUrl(each.peerPort.number);
   }
-  const std::string own = peerUrl(at(node).peerPort);
+  const std::string own = peerUrl(at(node).peerPort.number);
   std::vector<std::string> command{m_program,
                                    "--name=" + name(node),
                                    "--data-dir=" + (m_options.directory / name(node)).string(),
@@ -70,7 +70,7 @@ void NodeGroup::start(int node) {
 }
 
 std::string NodeGroup::endpoint(int node) const {
-  return kLoopback + std::to_string(at(node).clientPort);
+  return kLoopback + std::to_string(at(node).clientPort.number);
 }
 
 std::vector<std::string> NodeGroup::endpoints() const {

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/etcd_nodes/Ports.h"
 #include "apps/etcd_nodes/Subprocess.h"
 
 namespace EtcdNodes {
@@ -46,8 +47,8 @@ class NodeGroup {
  private:
   struct Node {
     std::string name;
-    unsigned short clientPort;
-    unsigned short peerPort;
+    ClaimedPort clientPort;
+    ClaimedPort peerPort;
     Subprocess process;
   };
 

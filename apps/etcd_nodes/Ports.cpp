@@ -2,10 +2,14 @@
 
 #include <arpa/inet.h>
 #include <sys/socket.h>
+#include <sys/un.h>
 
+#include <cstddef>
 #include <fstream>
 #include <random>
 #include <stdexcept>
+#include <string>
+#include <utility>
 
 namespace EtcdNodes {
 namespace {
@@ -30,15 +34,12 @@ unsigned short lowestEphemeral() {
   return lowest;
 }
 
+// Of a port for which a server may come back; none when the port drawn is taken.
 Descriptor lastingSocket(std::random_device& random) {
   const unsigned short end = lowestEphemeral();
   if (end <= kLowest) return boundSocket();
   std::uniform_int_distribution<int> ports(kLowest, end - 1);
-  for (int i = 0; i < kTries; ++i) {
-    Descriptor socket = bindTo(static_cast<unsigned short>(ports(random)));
-    if (socket.get() >= 0) return socket;
-  }
-  return boundSocket();
+  return bindTo(static_cast<unsigned short>(ports(random)));
 }
 
 }  // namespace
@@ -66,13 +67,32 @@ unsigned short portOf(const Descriptor& socket) {
   return ntohs(address.sin_port);
 }
 
-std::vector<unsigned short> freePorts(int count) {
+// A name in the abstract namespace goes with its socket, however its process ends.
+Descriptor claimPort(unsigned short port) {
+  Descriptor claim(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+  const std::string name = "eventsystem-port-" + std::to_string(port);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  name.copy(address.sun_path + 1, sizeof address.sun_path - 1);
+  const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + name.size());
+  if (bind(claim.get(), reinterpret_cast<const sockaddr*>(&address), size) != 0) {
+    return Descriptor();
+  }
+  return claim;
+}
+
+std::vector<ClaimedPort> freePorts(int count) {
   std::random_device random;
   std::vector<Descriptor> sockets;
-  std::vector<unsigned short> ports;
-  for (int i = 0; i < count; ++i) {
-    sockets.push_back(lastingSocket(random));
-    ports.push_back(portOf(sockets.back()));
+  std::vector<ClaimedPort> ports;
+  for (int tries = 0; ports.size() < static_cast<std::size_t>(count); ++tries) {
+    if (tries == count + 2 * kTries) throw std::runtime_error("others have claimed all free ports");
+    Descriptor socket = tries < count + kTries ? lastingSocket(random) : boundSocket();
+    if (socket.get() < 0) continue;
+    const unsigned short port = portOf(socket);
+    sockets.push_back(std::move(socket));
+    Descriptor claim = claimPort(port);
+    if (claim.get() >= 0) ports.push_back({port, std::move(claim)});
   }
   return ports;
 }

@@ -19,9 +19,18 @@ sockaddr_in loopback(unsigned short port);
 Descriptor boundSocket();
 unsigned short portOf(const Descriptor& socket);
 
+// A port that no other process of ours chooses while this lives, also while its server is down.
+struct ClaimedPort {
+  unsigned short number;
+  Descriptor claim;
+};
+
 // Different ports, free a moment ago, and where possible none that the system gives to outgoing
 // connections: a server that is started again finds its port free. Throws std::runtime_error.
-std::vector<unsigned short> freePorts(int count);
+std::vector<ClaimedPort> freePorts(int count);
+
+// Holds nothing when another has claimed it.
+Descriptor claimPort(unsigned short port);
 
 }  // namespace EtcdNodes
 

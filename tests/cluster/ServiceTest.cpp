@@ -121,7 +121,7 @@ TEST(ClusterService, StartsWithAWarningWhenOneMemberIsDown) {
 
 TEST(ClusterService, SaysWhichEndpointsCannotBeReached) {
   ClusterConfiguration configuration;
-  for (const unsigned short port : EtcdNodes::freePorts(2)) {
+  for (const auto& [port, claim] : EtcdNodes::freePorts(2)) {
     configuration.endpoints.push_back("127.0.0.1:" + std::to_string(port));
   }
   EXPECT_THAT(startFailure(configuration),
