@@ -2,8 +2,12 @@
 // data selection. A dsid of 0 or 2 means the global queue, any other its data selection's.
 //
 // Thread safety: newEvent(), getNextEvent(), deleteEvent() and checkConsistency() may be called
-// from any number of threads. The first getInstance() must return before other threads use the
-// library, and calls of updateZRTTimeStamp() must not overlap.
+// from any number of threads. Two things take no lock, and the host sees to them:
+// - The first getInstance(), or the constructor, must return before other threads use the library.
+//   Threads that arrive while there is no instance each build one: two managers, each with stores,
+//   id counters and a mutex of its own, over one database. A build of the library without NDEBUG
+//   ends such a process with a message.
+// - Calls of updateZRTTimeStamp() must not overlap.
 
 #ifndef EVENTSYSTEM_EVENTMANAGER_H
 #define EVENTSYSTEM_EVENTMANAGER_H
@@ -21,8 +25,8 @@ class EventStorage;
 
 class EVENTSYSTEM_API EventManager {
  public:
-  // The manager of the process, created on the first call and never destroyed by the library.
-  // Passes on what the constructor throws; the next call then tries again.
+  // The manager of the process, created on the first call, without a lock, and never destroyed by
+  // the library. Passes on what the constructor throws; the next call then tries again.
   static EventManager* getInstance();
 
   // Chooses the stores by the host's configuration and builds them: database stores, or cluster

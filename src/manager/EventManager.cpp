@@ -3,6 +3,7 @@
 #include <exception>
 #include <memory>
 
+#include "ConstructionWatch.h"
 #include "EventSystem/ClusterDSEventStorage.h"
 #include "EventSystem/ClusterEventStorage.h"
 #include "EventSystem/DSEventStorage.h"
@@ -53,12 +54,18 @@ bool checkStore(Store& store, bool fix, int& problems) {
 EventManager* EventManager::instance = nullptr;
 
 EventManager* EventManager::getInstance() {
-  if (instance == nullptr) instance = std::make_unique<EventManager>().release();
+  if (instance == nullptr) {
+    const ConstructionWatch watch;
+    auto manager = std::make_unique<EventManager>();
+    ConstructionWatch::expectNone(instance);
+    instance = manager.release();
+  }
   return instance;
 }
 
 EventManager::EventManager()
     : m_mutex(), m_eventStorage(nullptr), m_dsEventStorage(nullptr), m_orig_dsid(0) {
+  const ConstructionWatch watch;
   std::unique_ptr<EventStorage> eventStorage;
   std::unique_ptr<DSEventStorage> dsEventStorage;
   if (configManager.clusterMode != 0) {

@@ -55,11 +55,18 @@ void FakeHost::reset() {
   m_calls.clear();
   m_faults.clear();
   m_fired = 0;
+  m_hook = nullptr;
   configure(FakeConfiguration());
+}
+
+void FakeHost::onCall(std::function<void(const Call&)> hook) {
+  const std::lock_guard<std::recursive_mutex> lock(m_internals->mutex);
+  m_hook = std::move(hook);
 }
 
 std::optional<int> FakeHost::enter(Call call) {
   const std::lock_guard<std::recursive_mutex> lock(m_internals->mutex);
+  if (m_hook) m_hook(call);
   std::optional<int> status;
   std::optional<Fault> thrown;
   for (Armed& armed : m_faults) {

@@ -140,6 +140,9 @@ class FakeHost {
   void clearFaults();
   // How often a fault has taken effect since reset().
   std::size_t faultsFired() const;
+  // Called at the start of every call that is noted, by the thread that makes it; while it runs the
+  // host answers no other thread.
+  void onCall(std::function<void(const Call&)> hook);
 
   // Whether the calling thread is in a platform function: what happens there is the host's doing.
   static bool isInside();
@@ -164,6 +167,7 @@ class FakeHost {
   std::vector<Call> m_calls;
   std::vector<Armed> m_faults;
   std::size_t m_fired = 0;
+  std::function<void(const Call&)> m_hook;
   std::unique_ptr<Internals> m_internals;
 };
 
