@@ -118,5 +118,51 @@ TEST_F(EventManagerThreads, FailuresInOneThreadLeaveTheOthersAlone) {
   EXPECT_EQ(kThreads * kEventsPerThread - 1u, host().table("events").size());
 }
 
+TEST_F(EventManagerThreads, InClusterModeTheServiceIsHandedEveryEventOnce) {
+  FakeConfiguration configuration;
+  configuration.clusterMode = true;
+  host().configure(configuration);
+  EventManager cluster;
+  runThreads([&](int thread) {
+    for (int i = 0; i < kEventsPerThread; ++i) {
+      const std::string server = std::to_string(thread) + "-" + std::to_string(i);
+      const std::unique_ptr<Event> event = newCapacityEvent(server);
+      EXPECT_EQ(0, cluster.newEvent(event.get(), dsidOf(thread)));
+      Event* found = nullptr;
+      EXPECT_EQ(0, cluster.getNextEvent(0, &found, dsidOf(thread)));
+      const std::unique_ptr<Event> owned(found);
+      EXPECT_NE(nullptr, found);
+      if (i % 8 == 0) {
+        EXPECT_EQ(0, cluster.checkConsistency(true));
+      }
+    }
+  });
+  std::set<std::string> servers;
+  for (int thread = 0; thread < kThreads; ++thread) {
+    for (const auto& [id, event] : host().clusterQueue(dsidOf(thread))) {
+      servers.insert(event.text.substr(event.text.find("server:")));
+    }
+  }
+  EXPECT_EQ(static_cast<std::size_t>(kThreads) * kEventsPerThread, servers.size());
+}
+
+TEST_F(EventManagerThreads, TheCountLimitLetsInAsManyAsItSays) {
+  FakeConfiguration configuration;
+  configuration.countLimit = 100;
+  host().configure(configuration);
+  EventManager limited;
+  std::atomic<int> accepted{0};
+  runThreads([&](int) {
+    for (int i = 0; i < kEventsPerThread; ++i) {
+      const std::unique_ptr<Event> event = newCapacityEvent();
+      const int result = limited.newEvent(event.get(), 0);
+      EXPECT_TRUE(result == 0 || result == 50) << result;
+      if (result == 0) ++accepted;
+    }
+  });
+  EXPECT_EQ(100, accepted);
+  EXPECT_EQ(100u, host().table("events").size());
+}
+
 }  // namespace
 }  // namespace EventSystemTest
