@@ -44,6 +44,11 @@ std::vector<ManagerOperation> operations() {
 
 class AllocationFault : public FakeHostTest {
  protected:
+  void SetUp() override {
+    FakeHostTest::SetUp();
+    FailingNew::exempt(FakeHost::isInside);
+  }
+
   // A manager over rows of both scopes, one of them misfiled, and an age limit.
   void prepare() {
     manager.reset();

@@ -5,13 +5,17 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <functional>
+#include <new>
 #include <optional>
 #include <set>
 
 #include "EventSystem/EventManager.h"
 #include "EventSystem/OrbDBDSEventStorage.h"
 #include "EventSystem/OrbDBEventStorage.h"
+#include "FailingNew.h"
+#include "FailingSqlite.h"
 #include "FaultTable.h"
 #include "tests/support/AuditFile.h"
 #include "tests/support/Events.h"
@@ -67,7 +71,10 @@ int dropping(Function function) {
 }
 
 int writeWith(const std::function<int(Event*)>& write) {
-  const std::unique_ptr<Event> event = newCapacityEvent("written");
+  const std::unique_ptr<Event> event = [] {
+    const AllocationPause pause;
+    return newCapacityEvent("written");
+  }();
   return write(event.get());
 }
 
@@ -371,6 +378,34 @@ class HostFault : public FakeHostTest, public ::testing::WithParamInterface<std:
     return "exception";
   }
 
+  // The same while allocations fail. Only the manager keeps their failure from its caller.
+  std::string runWith(const AllocationFaults& faults, std::size_t* allocations = nullptr) {
+    const FailingNew failing(faults);
+    std::string outcome = "bad_alloc";
+    try {
+      const int result = operation().run(subject);
+      const AllocationPause pause;
+      const std::set<int>& allowed = operation().results;
+      EXPECT_TRUE(allowed.empty() || result == 4 || allowed.count(result) != 0) << result;
+      outcome = allowed.empty() && result != 4 ? "a count" : std::to_string(result);
+    } catch (const std::bad_alloc&) {
+      const AllocationPause pause;
+      EXPECT_FALSE(isCaughtByTheManager()) << "an exception came out";
+    }
+    if (allocations != nullptr) *allocations = failing.count();
+    return outcome;
+  }
+
+  bool isCaughtByTheManager() const { return operation().name.rfind("EventManager::", 0) == 0; }
+
+  // The audit record that parses is in its file or in the queue.
+  void checkAuditRow() {
+    const AuditFile file(directory.path() / "audit.db");
+    const std::vector<int> left = file.ids();
+    const bool isLeft = std::find(left.begin(), left.end(), 1) != left.end();
+    EXPECT_TRUE(isLeft || holds("events", "AUditMSg:kept audit;")) << "an audit record is gone";
+  }
+
   // What must be true whatever failed.
   void checkAfterwards(int refusals = 0) {
     EXPECT_EQ(0, host().liveHandles());
@@ -532,6 +567,25 @@ TEST_P(HostFault, ALogTraceOrConfigurationCallThatThrowsLeavesNothingBehind) {
     }
     FaultTable::instance().note(operation().name, "log/config throws", result);
     checkAfterwards();
+  }
+}
+
+// The library's allocations and SQLite's; the host's own are its own affair. What the stores let
+// through, the manager catches.
+TEST_P(HostFault, EachAllocationMayFail) {
+  includeSqlitesAllocations();
+  FailingNew::exempt(FakeHost::isInside);
+  prepare();
+  std::size_t allocations = 0;
+  runWith(AllocationFaults::none(), &allocations);
+  checkAfterwards();
+  for (std::size_t n = 1; n <= allocations; ++n) {
+    SCOPED_TRACE(operation().name + ": allocation " + std::to_string(n));
+    prepare();
+    const std::string result = runWith(AllocationFaults::only(n));
+    FaultTable::instance().note(operation().name, "allocation fails", result);
+    checkAfterwards();
+    checkAuditRow();
   }
 }
 
