@@ -22,8 +22,13 @@ constexpr int kBusyTimeout = 10000;  // milliseconds
 constexpr int kMaxRetries = 2;
 constexpr int kDeleteAttempts = 3;
 
-const char* columnText(sqlite3_stmt* statement, Column column) {
-  return reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+// A column's text; NULL for a null. Where memory is short, a text that has to be converted is also
+// given as NULL: `readable` is false then.
+const char* columnText(sqlite3_stmt* statement, Column column, bool& readable) {
+  const bool isNull = sqlite3_column_type(statement, column) == SQLITE_NULL;
+  const unsigned char* const text = sqlite3_column_text(statement, column);
+  if (text == nullptr && !isNull) readable = false;
+  return reinterpret_cast<const char*>(text);
 }
 
 const char* orNull(const char* text) {
@@ -94,8 +99,10 @@ bool AuditImport::takeRow() {
   }
   m_rowId = sqlite3_column_int(m_statement.get(), kRowId);
   m_largestRowId = std::max(m_largestRowId, static_cast<unsigned int>(m_rowId));
-  const char* const date = columnText(m_statement.get(), kDateCreated);
-  const char* const content = columnText(m_statement.get(), kContent);
+  bool readable = true;
+  const char* const date = columnText(m_statement.get(), kDateCreated, readable);
+  const char* const content = columnText(m_statement.get(), kContent, readable);
+  if (!readable) return mayRetry(SQLITE_NOMEM);
   const int type = sqlite3_column_int(m_statement.get(), kType);
   if (TraceOn()) {
     __Trace("%s:id:%d,date_created:%s,content:%s,etype:%d", kFunction, m_rowId, orNull(date),
