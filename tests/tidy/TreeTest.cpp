@@ -205,7 +205,6 @@ constexpr AllowedNew kAllowedNews[] = {
     {"tests/support/TestStores.h", "*event = "},
     {"tests/unit/storage/HashEventStorageTest.cpp", "*event = "},
     {"tests/unit/storage/QueueLimitsTest.cpp", "*event = "},
-    {"tests/host/FaultVfs.cpp", "->undo = new"},
 };
 
 bool isAllowed(const SourceFile& file, const std::string& statement) {
