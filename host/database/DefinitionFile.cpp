@@ -121,6 +121,15 @@ void checkTable(const TableDefinition& table, const std::string& file) {
   }
 }
 
+// SQLite's names are the same in capitals and in small letters.
+void requireNewName(const Definitions& definitions, const std::string& name,
+                    const std::string& where) {
+  for (const auto& [known, table] : definitions) {
+    if (known == name || strcasecmp(known.c_str(), name.c_str()) != 0) continue;
+    throw HostError(where + "[" + known + "] is the same table name, in other letters; keep one");
+  }
+}
+
 Definitions read(const IniFile& ini, const std::string& name) {
   Definitions definitions;
   for (const IniFile::Entry& entry : ini.entries()) {
@@ -130,6 +139,7 @@ Definitions read(const IniFile& ini, const std::string& name) {
                       "the section is not a table name: letters, digits and underscores, "
                       "not a digit or sqlite_ first, at most 64 characters");
     }
+    requireNewName(definitions, entry.section, where);
     TableDefinition& table = definitions[entry.section];
     table.name = entry.section;
     readEntry(table, entry, where);

@@ -122,6 +122,8 @@ TEST_F(Definition, IsRefusedWhenItIsWrong) {
   expectRefused("[t]\ncolumn.1 = id int key\nrow.1 = x\n", "row.1", "takes a number");
   expectRefused("[t]\ncolumn.1 = id int key\nrow.1 = 1,2\n", "row.1", "too many fields");
   expectRefused("[sqlite_t]\ncolumn.1 = id int key\n", "[sqlite_t]", "not a table name");
+  expectRefused("[t]\ncolumn.1 = id int key\n[T]\ncolumn.1 = id int key\n", "[T]",
+                "[t] is the same table name");
   expectRefused("[t;drop]\ncolumn.1 = id int key\n", "[t;drop]", "not a table name");
 }
 
