@@ -19,6 +19,7 @@ void SqliteProbe::reset() {
   m_preparedLength = 0;
   m_executed.clear();
   m_busyTimeout = 0;
+  m_busyTimeoutDivisor = 1;
 }
 
 void SqliteProbe::fail(const std::string& function, std::size_t nth, int result) {
@@ -113,7 +114,7 @@ int sqlite3_close(sqlite3* database) {
 int sqlite3_busy_timeout(sqlite3* database, int milliseconds) {
   EVENTSYSTEM_TEST_REAL(sqlite3_busy_timeout);
   probe().noteBusyTimeout(milliseconds);
-  return paused(next, database, milliseconds);
+  return paused(next, database, milliseconds / probe().busyTimeoutDivisor());
 }
 
 int sqlite3_prepare_v2(sqlite3* database, const char* sql, int length, sqlite3_stmt** statement,
@@ -134,6 +135,13 @@ int sqlite3_step(sqlite3_stmt* statement) {
   EVENTSYSTEM_TEST_REAL(sqlite3_step);
   const std::optional<int> failure = probe().enter("step");
   return failure ? *failure : paused(next, statement);
+}
+
+const unsigned char* sqlite3_column_text(sqlite3_stmt* statement, int column) {
+  EVENTSYSTEM_TEST_REAL(sqlite3_column_text);
+  if (probe().enter("column_text")) return nullptr;
+  const SqliteProbe::Pause pause;
+  return next(statement, column);
 }
 
 int sqlite3_finalize(sqlite3_stmt* statement) {

@@ -34,7 +34,8 @@ class SqliteProbe {
 
   // Makes the n-th (from 1) call of a function from now on return `result` without reaching
   // SQLite; sqlite3_open is made all the same, because it gives a handle also when it fails.
-  // Functions: "open", "prepare", "step", "exec".
+  // Functions: "open", "prepare", "step", "exec", "column_text" (which then gives NULL, as without
+  // memory).
   void fail(const std::string& function, std::size_t nth, int result);
 
   std::size_t calls(const std::string& function) const;
@@ -44,6 +45,9 @@ class SqliteProbe {
   int openDatabases() const { return m_databases; }
   int openStatements() const { return m_statements; }
   int lastBusyTimeout() const { return m_busyTimeout; }
+  // From now on SQLite waits for locks only this part of the time that it is told to.
+  void divideBusyTimeout(int divisor) { m_busyTimeoutDivisor = divisor; }
+  int busyTimeoutDivisor() const { return m_busyTimeoutDivisor; }
 
   // SQL text and length of the last prepare.
   const std::string& preparedSql() const { return m_preparedSql; }
@@ -69,6 +73,7 @@ class SqliteProbe {
   int m_databases = 0;
   int m_statements = 0;
   int m_busyTimeout = 0;
+  int m_busyTimeoutDivisor = 1;
   std::string m_preparedSql;
   int m_preparedLength = 0;
   std::vector<std::string> m_executed;

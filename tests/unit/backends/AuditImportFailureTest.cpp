@@ -138,6 +138,36 @@ TEST_F(AuditImportFailure, RowsThatFailedToParseArePassedOverByARetryToo) {
   EXPECT_EQ(1u, parseFailures);
 }
 
+TEST_F(AuditImportFailure, ATextWithoutMemoryIsReadAgainAndNotTakenForAnEmptyOne) {
+  for (std::size_t failing = 1; failing <= 6; ++failing) {
+    addThreeRows();
+    sqlite().reset();
+    sqlite().fail("column_text", failing, SQLITE_NOMEM);
+    const std::size_t before = queued().size();
+    run();
+    EXPECT_EQ(before + 3, queued().size()) << "text " << failing;
+    EXPECT_THAT(file().ids(), IsEmpty());
+    EXPECT_THAT(host().log(), Contains(stepFailed(failing <= 2   ? 3
+                                                  : failing <= 4 ? 5
+                                                                 : 9,
+                                                  SQLITE_NOMEM, "another row available", 1)));
+  }
+}
+
+TEST_F(AuditImportFailure, TextsThatNeverGetMemoryKeepEveryRow) {
+  addThreeRows();
+  for (std::size_t n = 1; n <= 6; ++n) sqlite().fail("column_text", n, SQLITE_NOMEM);
+  EXPECT_EQ(4u, run());
+  EXPECT_THAT(queued(), IsEmpty());
+  EXPECT_THAT(file().ids(), ElementsAre(3, 5, 9));
+}
+
+TEST_F(AuditImportFailure, AnEmptyTextIsNotTakenForOneWithoutMemory) {
+  file().run("insert into event values (3, '1', '', 8), (5, x'', x'', 8), (7, null, '', 8)");
+  run();
+  EXPECT_THAT(file().ids(), IsEmpty());
+}
+
 TEST_F(AuditImportFailure, AStepThatGives0EndsTheReading) {
   addThreeRows();
   sqlite().fail("step", 3, SQLITE_OK);
