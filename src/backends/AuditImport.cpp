@@ -31,6 +31,14 @@ const char* columnText(sqlite3_stmt* statement, Column column, bool& readable) {
   return reinterpret_cast<const char*>(text);
 }
 
+// What SQLite offers against files of unknown origin. A view in place of the table could have rows
+// without end, and keep them all: nothing can be deleted from it.
+void distrustSchema(sqlite3* database) {
+  sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+}
+
 const char* orNull(const char* text) {
   return text == nullptr ? "(null)" : text;
 }
@@ -69,6 +77,7 @@ bool AuditImport::open() {
     return false;
   }
   sqlite3_busy_timeout(database, kBusyTimeout);
+  distrustSchema(database);
   return true;
 }
 

@@ -89,6 +89,13 @@ int paused(Function function, Arguments... arguments) {
   return function(arguments...);
 }
 
+// A setting of the connection.
+bool isOn(sqlite3* database, int setting) {
+  int value = 0;
+  sqlite3_db_config(database, setting, -1, &value);
+  return value != 0;
+}
+
 }  // namespace
 
 #define EVENTSYSTEM_TEST_REAL(name) static const auto next = real<decltype(&name)>(#name)
@@ -121,6 +128,9 @@ int sqlite3_prepare_v2(sqlite3* database, const char* sql, int length, sqlite3_s
                        const char** tail) {
   EVENTSYSTEM_TEST_REAL(sqlite3_prepare_v2);
   probe().notePrepare(sql, length);
+  probe().noteDefences(isOn(database, SQLITE_DBCONFIG_DEFENSIVE) &&
+                       !isOn(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA) &&
+                       !isOn(database, SQLITE_DBCONFIG_ENABLE_VIEW));
   const std::optional<int> failure = probe().enter("prepare");
   if (failure) {
     *statement = nullptr;

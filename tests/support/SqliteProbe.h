@@ -45,6 +45,8 @@ class SqliteProbe {
   int openDatabases() const { return m_databases; }
   int openStatements() const { return m_statements; }
   int lastBusyTimeout() const { return m_busyTimeout; }
+  // Whether the connection of the last prepare distrusts its file's schema.
+  bool wasDefensive() const { return m_defensive; }
   // From now on SQLite waits for locks only this part of the time that it is told to.
   void divideBusyTimeout(int divisor) { m_busyTimeoutDivisor = divisor; }
   int busyTimeoutDivisor() const { return m_busyTimeoutDivisor; }
@@ -60,6 +62,7 @@ class SqliteProbe {
   std::optional<int> enter(const std::string& function);
   void noteDatabase(int change);
   void noteStatement(int change);
+  void noteDefences(bool all) { m_defensive = all; }
   void noteBusyTimeout(int milliseconds) { m_busyTimeout = milliseconds; }
   void notePrepare(const char* sql, int length);
   void noteExec(const char* sql);
@@ -74,6 +77,7 @@ class SqliteProbe {
   int m_statements = 0;
   int m_busyTimeout = 0;
   int m_busyTimeoutDivisor = 1;
+  bool m_defensive = false;
   std::string m_preparedSql;
   int m_preparedLength = 0;
   std::vector<std::string> m_executed;
