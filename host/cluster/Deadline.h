@@ -15,8 +15,11 @@ class Deadline {
   using Clock = std::chrono::steady_clock;
   using Milliseconds = std::chrono::milliseconds;
 
+  // Attempts that a call has time for, at the least.
+  static constexpr int kShares = 4;
+
   explicit Deadline(Milliseconds budget)
-      : m_end(Clock::now() + budget), m_share(std::max(budget / 4, Milliseconds(1))) {}
+      : m_end(Clock::now() + budget), m_share(std::max(budget / kShares, Milliseconds(1))) {}
 
   Clock::time_point end() const { return m_end; }
   bool passed() const { return Clock::now() >= m_end; }

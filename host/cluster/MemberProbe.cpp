@@ -1,5 +1,6 @@
 #include "host/cluster/MemberProbe.h"
 
+#include <algorithm>
 #include <future>
 #include <stdexcept>
 
@@ -10,6 +11,14 @@
 
 namespace EventSystemHost {
 namespace {
+
+// For each answer of a report: who asks how a sick cluster is waits for all that are silent.
+constexpr std::chrono::milliseconds kReportPatience{2000};
+
+ClusterConfiguration impatient(ClusterConfiguration configuration) {
+  configuration.deadline = std::min(configuration.deadline, kReportPatience * Deadline::kShares);
+  return configuration;
+}
 
 // What a server that closes the connection without a word probably means by it.
 std::string hint(const ClusterConfiguration& configuration, const std::string& failure) {
@@ -67,19 +76,32 @@ std::string nameOf(const etcdserverpb::MemberListResponse& list, std::uint64_t m
   return "";
 }
 
-}  // namespace
-
-std::vector<ClusterMember> probeMembers(const ClusterConfiguration& configuration) {
+// Asks all at once.
+template <class Probe>
+std::vector<ClusterMember> askMembers(const ClusterConfiguration& configuration, const Probe& ask) {
   const GrpcLog grpcLog;
   std::vector<std::future<ClusterMember>> probes;
   probes.reserve(configuration.endpoints.size());
   for (const std::string& endpoint : configuration.endpoints) {
-    probes.push_back(std::async(std::launch::async, probe, configuration, endpoint));
+    probes.push_back(std::async(std::launch::async, ask, configuration, endpoint));
   }
   std::vector<ClusterMember> members;
   members.reserve(probes.size());
   for (auto& each : probes) members.push_back(each.get());
   return members;
+}
+
+ClusterMember probeWithQuota(const ClusterConfiguration& configuration,
+                             const std::string& endpoint) {
+  ClusterMember member = probe(configuration, endpoint);
+  if (member.reachable) member.quotaBytes = readQuota(configuration, endpoint);
+  return member;
+}
+
+}  // namespace
+
+std::vector<ClusterMember> probeMembers(const ClusterConfiguration& configuration) {
+  return askMembers(configuration, probe);
 }
 
 void checkMembers(const ClusterConfiguration& configuration) {
@@ -105,16 +127,16 @@ void checkMembers(const ClusterConfiguration& configuration) {
 
 ClusterReport makeReport(const ClusterConfiguration& configuration, EtcdChannel& channel) {
   ClusterReport report;
-  report.members = probeMembers(configuration);
-  for (ClusterMember& member : report.members) {
-    if (member.reachable) member.quotaBytes = readQuota(configuration, member.endpoint);
-  }
-  const Deadline deadline(configuration.deadline);
+  auto members = std::async(std::launch::async, [&configuration] {
+    return askMembers(impatient(configuration), probeWithQuota);
+  });
+  const Deadline deadline(std::min(configuration.deadline, kReportPatience));
   etcdserverpb::MemberListResponse list;
   etcdserverpb::AlarmResponse alarms;
   EtcdResult result = channel.memberList(list, deadline);
   if (result.ok()) result = channel.alarms(alarms, deadline);
   report.failure = result.message;
+  report.members = members.get();
   for (ClusterMember& member : report.members) member.name = nameOf(list, member.memberId);
   for (const etcdserverpb::AlarmMember& alarm : alarms.alarms()) {
     const std::string name = nameOf(list, alarm.memberid());

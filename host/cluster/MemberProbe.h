@@ -21,7 +21,8 @@ std::vector<ClusterMember> probeMembers(const ClusterConfiguration& configuratio
 // of each that does not answer.
 void checkMembers(const ClusterConfiguration& configuration);
 
-// The members, what etcd calls them, and its alarms.
+// The members, what etcd calls them, and its alarms. Takes two seconds at most, or a little more
+// where members are slow to tell their quota.
 ClusterReport makeReport(const ClusterConfiguration& configuration, EtcdChannel& channel);
 
 }  // namespace EventSystemHost

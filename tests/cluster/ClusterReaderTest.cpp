@@ -120,5 +120,23 @@ TEST(ClusterReadingFailure, NamesTheEndpoints) {
   EXPECT_FALSE(reader.report().failure.empty());
 }
 
+TEST(ClusterReadingFailure, OfAReportComesLongBeforeTheDeadlineOfACall) {
+  EtcdCluster etcd(3);
+  auto configuration = etcd.configuration();
+  configuration.deadline = std::chrono::minutes(1);
+  ClusterReader reader(configuration, "events");
+  etcd.pause(0);
+  etcd.kill(1);
+  const auto begin = std::chrono::steady_clock::now();
+  const auto report = reader.report();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+  EXPECT_FALSE(report.failure.empty());
+  ASSERT_EQ(report.members.size(), 3U);
+  EXPECT_FALSE(report.members[0].reachable);
+  EXPECT_FALSE(report.members[1].reachable);
+  EXPECT_TRUE(report.members[2].reachable);
+  EXPECT_GT(report.members[2].quotaBytes, 0);
+}
+
 }  // namespace
 }  // namespace EventSystemTest
