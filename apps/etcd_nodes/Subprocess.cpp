@@ -102,8 +102,16 @@ bool Subprocess::running() {
   return m_pid != 0;
 }
 
+// On a busy machine a process goes on for a while, until the thread that is to take SIGSTOP gets
+// its turn.
 void Subprocess::signal(int number) const {
-  if (m_pid != 0) ::kill(m_pid, number);
+  if (m_pid == 0) return;
+  ::kill(m_pid, number);
+  if (number != SIGSTOP) return;
+  siginfo_t ignored{};
+  while (waitid(P_PID, static_cast<id_t>(m_pid), &ignored, WSTOPPED | WEXITED | WNOWAIT) != 0 &&
+         errno == EINTR) {
+  }
 }
 
 void Subprocess::kill() {

@@ -43,7 +43,7 @@ class Subprocess {
 
   // Whether it has not ended.
   bool running();
-  void signal(int number) const;
+  void signal(int number) const;  // SIGSTOP: returns when it has stopped
 
   // SIGKILL, and waits.
   void kill();
