@@ -23,6 +23,18 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LES
   # GCC 12 sees overlapping copies in std::string::insert() where there are none.
   target_compile_options(eventsystem_settings INTERFACE -Wno-restrict)
 endif()
+# What makes a memory error harder to use. A sanitizer takes another kind of care, and would not
+# see the functions that FORTIFY puts in place of those that it watches.
+include(CheckPIESupported)
+check_pie_supported()
+add_link_options(-Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+if(CMAKE_BUILD_TYPE MATCHES "Rel" AND NOT EVENTSYSTEM_SANITIZE)
+  add_compile_options(-fstack-protector-strong -fstack-clash-protection)
+  if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|i[3-6]86")
+    add_compile_options(-fcf-protection)
+  endif()
+  add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+endif()
 if(EVENTSYSTEM_SANITIZE)
   add_compile_options(-fsanitize=${EVENTSYSTEM_SANITIZE} -fno-omit-frame-pointer
                       -fno-sanitize-recover=all)
