@@ -59,7 +59,7 @@ const char* levelOf(const benchmark::State& state) {
 void newEvent(benchmark::State& state, const char* durability, int calls, bool withMaxId) {
   Pair pair(durability, levelOf(state));
   Turns turns(calls, timeOf(durability));
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     turns.run(
         state,
         [&] {
@@ -80,7 +80,7 @@ void deleteEvent(benchmark::State& state, const char* durability, int calls) {
   Turns turns(calls, timeOf(durability));
   unsigned long ours = 0;
   long bare = 0;
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     turns.run(
         state,
         [&] {
@@ -105,7 +105,7 @@ void getNextEvent(benchmark::State& state, bool audit, Bare does) {
   unsigned long ours = 0;
   long bare = 0;
   char text[2048];
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     turns.run(
         state,
         [&] {
@@ -137,7 +137,7 @@ void newEventAboveOldOnes(benchmark::State& state) {
   Pair pair("relaxed", state.range(0) == 0 ? "error" : "info", false, 1);
   pair.manager.reset();
   pair.host.reset();
-  const std::string day = std::to_string(time(nullptr) - 3 * 86400);
+  const std::string day = std::to_string(time(nullptr) - 3 * 86400L);
   std::string old = pair.text;
   old.replace(old.find("date:") + 5, day.size(), day);
   BareDatabase(pair.home.database(), BareDatabase::Flush::kNone).fill(held, old);
@@ -146,7 +146,7 @@ void newEventAboveOldOnes(benchmark::State& state) {
   pair.bare.fill(held, old);
   Turns turns(1);
   char text[2048];
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     turns.run(
         state, [&] { pair.manager->newEvent(pair.event.get(), 0); },
         [&] {  // the same rows read one by one and parsed

@@ -39,7 +39,7 @@ void writeEvent(benchmark::State& state) {
   FilledStore filled(state);
   std::vector<std::unique_ptr<Event>> copies(kCalls);
   Turns turns(kCalls);
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     turns.run(
         state,
         [&] {
@@ -61,7 +61,7 @@ void readEvent(benchmark::State& state) {
   Turns turns(kCalls);
   std::size_t id = 0;
   std::size_t bare = 0;
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     turns.run(
         state,
         [&] {

@@ -47,6 +47,7 @@ Life liveOnce(const char* program, const std::filesystem::path& home) {
 
 double medianOf(const std::vector<Life>& lives, double Life::*figure) {
   std::vector<double> values;
+  values.reserve(lives.size());
   for (const Life& life : lives) values.push_back(life.*figure);
   return median(values);
 }
@@ -94,6 +95,7 @@ void measureLife(const std::filesystem::path& home) {
   life.memory = residentBytes();
   const auto event = makeEvent(kShort);
   std::vector<double> calls;
+  calls.reserve(kCalls);
   for (int i = 0; i < kCalls; ++i) {
     calls.push_back(secondsOf(Time::kWall, [&] { manager->newEvent(event.get(), 0); }));
   }

@@ -113,7 +113,7 @@ class Collector : public benchmark::ConsoleReporter {
   }
 
  private:
-  void printPair(std::string name) const {
+  void printPair(const std::string& name) const {
     const std::size_t indent = name.find_first_not_of(' ');
     const std::string key = name.substr(indent);
     const auto oracle = m_best.find(key + "/oracle");

@@ -65,7 +65,8 @@ char* TextWriter::putDecimal(char* at, unsigned long number) {
 }
 
 char* TextWriter::put(char* at, UpperHex number) {
-  const int digits = number.value == 0 ? 1 : (std::bit_width(number.value) + 3) / 4;
+  const int digits =
+      number.value == 0 ? 1 : (static_cast<int>(std::bit_width(number.value)) + 3) / 4;
   for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) {
     *at++ = "0123456789ABCDEF"[(number.value >> shift) % 16];
   }
