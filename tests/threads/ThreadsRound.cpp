@@ -89,12 +89,14 @@ class Round {
 
   void runActors(Life& life) {
     std::vector<std::unique_ptr<ThreadActor>> actors;
+    actors.reserve(static_cast<std::size_t>(m_plan.threads));
     for (int i = 0; i < m_plan.threads; ++i) {
       actors.push_back(std::make_unique<ThreadActor>(m_plan, i, life.manager(), life.host(),
                                                      m_home.auditDatabase(), m_texts));
     }
     std::latch start(m_plan.threads);
     std::vector<std::thread> threads;
+    threads.reserve(actors.size());
     for (const auto& actor : actors) {
       threads.emplace_back([&start, &actor] {
         start.arrive_and_wait();
@@ -150,8 +152,10 @@ class Round {
         fail("doubled or mixed up" + where + ": " + textOf(*event));
       }
     }
-    for (const auto& [id, mark] : missing) fail("lost" + where + ": " + mark);
-    for (const std::string& mark : audits) fail("audit row lost" + where + ": " + mark);
+    const std::string lost = "lost" + where + ": ";
+    for (const auto& [id, mark] : missing) fail(lost + mark);
+    const std::string lostAudit = "audit row lost" + where + ": ";
+    for (const std::string& mark : audits) fail(lostAudit + mark);
     const auto limit = static_cast<std::size_t>(m_plan.countLimit);
     if (queue == 0 && limit != 0 && found > limit) fail("more events than the limit" + where);
     m_all.counts["events found"] += found;
