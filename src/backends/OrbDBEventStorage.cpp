@@ -20,6 +20,7 @@ namespace {
 constexpr char kEvents[] = "events";
 constexpr char kProperties[] = "eventproperties";
 constexpr char kMaxIdKey[] = "1";  // the row of the highest id ever handed out
+constexpr char kMaxIdFilter[] = "propname=maxid";
 
 // The highest id that the table has stored; 0 when it cannot be read.
 unsigned long storedMaxId(DatabaseTable& properties) {
@@ -170,7 +171,14 @@ int OrbDBEventStorage::populateIdCache() {
     ErrorA(kStoreFailure, "%s Failed to get the eventproperties table in OrbDB", __func__);
     return kStoreFailure;
   }
-  m_maxId = std::max(m_maxId, storedMaxId(properties));
+  long stored = 0;
+  if (properties.getNumber(kMaxIdKey, "propvalue", stored) != 0 &&
+      properties.firstRow(kMaxIdFilter)) {
+    ErrorA(kStoreFailure, "%s Failed to read the max event id in the eventproperties table",
+           __func__);
+    return kStoreFailure;
+  }
+  m_maxId = std::max(m_maxId, static_cast<unsigned long>(stored));
   return kSuccess;
 }
 

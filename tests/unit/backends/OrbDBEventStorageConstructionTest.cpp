@@ -47,6 +47,25 @@ TEST_F(OrbDBEventStorageConstruction, LooksForTablesFillsTheCacheImportsAndRepai
   EXPECT_THAT(host().log(), ElementsAre(importLine(), startLine(), endLine()));
 }
 
+// Numbered from the rows that are left, an id of a deleted event would be given again.
+TEST_F(OrbDBEventStorageConstruction, IsRefusedWhereTheStoredMaximumIsThereAndCannotBeRead) {
+  Fault fault;
+  fault.call = "GetValBigInt";
+  host().inject(fault);
+  construct();
+  EXPECT_FALSE(initialized());
+  EXPECT_THAT(host().log(), ElementsAre(error(4,
+                                              "%s Failed to read the max event id in the "
+                                              "eventproperties table",
+                                              "populateIdCache")));
+}
+
+TEST_F(OrbDBEventStorageConstruction, GoesOnWithoutAStoredMaximumWhereThereIsNone) {
+  host().table("eventproperties").remove("1");
+  construct();
+  EXPECT_TRUE(initialized());
+}
+
 TEST_F(OrbDBEventStorageConstruction, ReadsTheAuditDirectoryAfterTheTablesWereLookedFor) {
   construct();
   EXPECT_EQ("/nonexistent/fake/audit/audit.db", auditPath());

@@ -131,12 +131,12 @@ TEST_F(OrbDBEventStorageRepair, WithoutThePropertiesTableTheCacheIsFilledAllTheS
   EXPECT_THAT(host().log(), ElementsAre(noPropertiesTable("populateIdCache")));
 }
 
-TEST_F(OrbDBEventStorageRepair, AnUnreadableStoredHighestIdCountsAsNone) {
+TEST_F(OrbDBEventStorageRepair, AnUnreadableStoredHighestIdIsAFailure) {
   putRow(4);
   build();
   putMaxId(50);
   properties().makeUnreadable("1", "propvalue");
-  EXPECT_EQ(0, store->populateIdCache());
+  EXPECT_EQ(4, store->populateIdCache());
   EXPECT_EQ(4u, highest());
 }
 
