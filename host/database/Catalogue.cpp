@@ -53,8 +53,9 @@ void Catalogue::check(const Connection& connection) {
 }
 
 Table& Catalogue::add(TableDefinition definition) {
-  Table& table = m_tables[definition.name];
-  table.definition = std::make_shared<const TableDefinition>(std::move(definition));
+  auto shared = std::make_shared<const TableDefinition>(std::move(definition));
+  Table& table = m_tables[shared->name];  // nothing fails from here on: no table without definition
+  table.definition = std::move(shared);
   table.queries.reset();
   return table;
 }

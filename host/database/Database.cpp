@@ -1,6 +1,7 @@
 #include "host/database/Database.h"
 
 #include <limits>
+#include <new>
 #include <utility>
 
 #include "EventSystem/platform/HostLog.h"
@@ -108,7 +109,14 @@ void Database::close() {
   if (m_maintenance) m_maintenance->stop();
   Lock lock(m_mutex);
   if (!m_open) return;
-  if (m_writer && ready(Use::kWrite, lock) == SQLITE_OK) finish(lock);
+  try {
+    if (m_writer && ready(Use::kWrite, lock) == SQLITE_OK) finish(lock);
+  } catch (const std::bad_alloc&) {
+    // A destructor may be waiting for this; what was committed is in the WAL.
+    ErrorA(SQLITE_NOMEM, "%s: closed without its last work, memory is short",
+           m_configuration.databaseFile.c_str());
+    if (!lock.owns_lock()) lock.lock();
+  }
   m_sync.waitUntilIdle(lock);
   endAllWalks();
   m_open = false;
@@ -186,8 +194,9 @@ OrbDB::CTable* Database::table(const char* name) {
     Table* table = m_catalogue->find(name, connection());
     if (table == nullptr) return SQLITE_OK;
     if (!table->handle) {
-      table->handle = std::make_unique<OrbDB::CTable>(
-          new OrbDB::CTable::Impl(weak_from_this(), table->definition));
+      auto impl = std::make_unique<OrbDB::CTable::Impl>(weak_from_this(), table->definition);
+      table->handle = std::make_unique<OrbDB::CTable>(impl.get());
+      static_cast<void>(impl.release());  // the handle's now
     }
     handle = table->handle.get();
     return SQLITE_OK;

@@ -2,6 +2,7 @@
 // the file, free space goes back to the file system.
 
 #include <algorithm>
+#include <new>
 
 #include "EventSystem/platform/HostLog.h"
 #include "host/database/Database.h"
@@ -39,10 +40,15 @@ void Database::maintain(Lock& lock) {
   // A flush and a checkpoint at once would share what the kernel tells about failures.
   m_sync.waitUntilIdle(lock);
   if (maintenanceDue() > Maintenance::Clock::now()) return;
-  const int status = commitPending();
-  // Its caller has been told that it succeeded; the next one that waits is told otherwise.
-  if (status != SQLITE_OK) m_unreported = status;
-  if (m_checkpointDue && status == SQLITE_OK) checkpoint();
+  try {
+    const int status = commitPending();
+    // Its caller has been told that it succeeded; the next one that waits is told otherwise.
+    if (status != SQLITE_OK) m_unreported = status;
+    if (m_checkpointDue && status == SQLITE_OK) checkpoint();
+  } catch (const std::bad_alloc&) {
+    // There is no caller to tell. The work becomes due again with the writes that follow.
+    m_unreported = SQLITE_NOMEM;
+  }
 }
 
 void Database::checkpoint() {

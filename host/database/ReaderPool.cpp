@@ -10,7 +10,9 @@ namespace {
 constexpr std::size_t kMaxIdle = 4;
 }
 
-ReaderPool::ReaderPool(std::filesystem::path file) : m_file(std::move(file)) {}
+ReaderPool::ReaderPool(std::filesystem::path file) : m_file(std::move(file)) {
+  m_idle.reserve(kMaxIdle);  // a walk gives back when it ends, and must not fail then
+}
 
 Connection ReaderPool::take() {
   if (m_idle.empty()) return openReader(m_file);

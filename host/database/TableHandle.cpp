@@ -33,6 +33,7 @@ const EventSystemHost::Value* OrbDB::CTable::Impl::value(const char* column) con
 }
 
 int OrbDB::CTable::Impl::read(const char* key) {
+  m_current = false;
   const auto owner = database.lock();
   const int status = owner ? owner->read(*table, key, m_row) : kFailed;
   m_current = status == 0;
@@ -54,6 +55,7 @@ int OrbDB::CTable::Impl::start(const char* filter) {
 int OrbDB::CTable::Impl::next(const char* filter) {
   const auto owner = database.lock();
   if (!owner || !m_started || !isSame(m_filter, filter)) return kFailed;
+  m_current = false;
   const int status = m_walk ? owner->nextRow(*m_walk, m_row) : kFailed;
   m_current = status == 0;
   if (!m_current) endWalk();
@@ -72,10 +74,14 @@ void OrbDB::CTable::Impl::endWalk() {
 
 void OrbDB::CTable::Impl::makeColumns() {
   if (!m_columns.empty()) return;
+  std::vector<std::unique_ptr<CColumn>> made;  // all of them or none
   for (std::size_t i = 0; i < m_row.size(); ++i) {
-    m_columns.push_back(
-        std::make_unique<CColumn>(new CColumn::Impl{&table->columns[i], &m_row[i]}));
+    auto impl = std::make_unique<CColumn::Impl>(CColumn::Impl{&table->columns[i], &m_row[i]});
+    auto column = std::make_unique<CColumn>(impl.get());
+    static_cast<void>(impl.release());  // the column's now
+    made.push_back(std::move(column));
   }
+  m_columns = std::move(made);
 }
 
 void OrbDB::CTable::Impl::columns(std::vector<CColumn*>& all) {

@@ -35,6 +35,19 @@ bool assigns(const std::vector<std::size_t>& columns, const std::vector<Assignme
       [](std::size_t column, const Assignment& value) { return column == value.column; });
 }
 
+// Resets a statement at the end of a scope, also when a row of it could not be read: one that
+// stands on a row takes no new values.
+class Resetting {
+ public:
+  explicit Resetting(Statement& statement) : m_statement(statement) {}
+  ~Resetting() { m_statement.reset(); }
+  Resetting(const Resetting&) = delete;
+  Resetting& operator=(const Resetting&) = delete;
+
+ private:
+  Statement& m_statement;
+};
+
 void bindAll(Statement& statement, const std::vector<Assignment>& values) {
   int parameter = 0;
   for (const Assignment& value : values) statement.bind(++parameter, value.value);
@@ -63,10 +76,10 @@ int TableQueries::select(std::size_t column, const Value& value, Row& row) {
     const std::string name = sqlName(m_table.columns[column].name);
     statement = Statement(m_connection, selectSql(m_table) + " WHERE " + name + " = ?");
   }
+  const Resetting resetting(statement);
   statement.bind(1, value);
   const int status = statement.step();
   if (status == SQLITE_ROW) statement.readRow(row);
-  statement.reset();
   return status;
 }
 

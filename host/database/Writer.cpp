@@ -1,5 +1,7 @@
 #include "host/database/Writer.h"
 
+#include <new>
+
 #include "host/database/DatabaseFile.h"
 #include "host/database/TableQueries.h"
 
@@ -35,7 +37,7 @@ int Writer::write(Commit when, Kind kind, const Work& body) {
   } else if (!joined) {
     status = begin();
   }
-  if (status == SQLITE_OK) status = body();
+  if (status == SQLITE_OK) status = runOrTakeBack(body, joined, guarded);
   if (status == SQLITE_OK && guarded) status = m_release.run();
   if (status == SQLITE_OK) {
     if (when == Commit::kNow || joined) return commit();
@@ -43,6 +45,21 @@ int Writer::write(Commit when, Kind kind, const Work& body) {
     return SQLITE_OK;
   }
   noteFailure(status);
+  takeBack(joined, guarded);
+  return status;
+}
+
+// What throws leaves no transaction open either.
+int Writer::runOrTakeBack(const Work& body, bool joined, bool guarded) {
+  try {
+    return body();
+  } catch (...) {
+    takeBack(joined, guarded);
+    throw;
+  }
+}
+
+void Writer::takeBack(bool joined, bool guarded) {
   if (joined && !m_connection.idle()) {
     // Only this write is taken back; the earlier one has been reported as done.
     if (guarded) {
@@ -53,7 +70,6 @@ int Writer::write(Commit when, Kind kind, const Work& body) {
   } else {
     rollBack();
   }
-  return status;
 }
 
 int Writer::commitPending() {
@@ -83,14 +99,18 @@ void Writer::rollBack() {
 }
 
 void Writer::noteFailure(int status) {
-  if (status == SQLITE_NOTFOUND) {
-    m_failure = "no row has this key";
-  } else if (status == kRowIgnored) {
-    m_failure = "a trigger in the database kept the row out";
-  } else {
-    m_failure = m_connection.errorText();
-  }
   if (saysFailedOperation(status)) m_suspect = true;
+  try {
+    if (status == SQLITE_NOTFOUND) {
+      m_failure = "no row has this key";
+    } else if (status == kRowIgnored) {
+      m_failure = "a trigger in the database kept the row out";
+    } else {
+      m_failure = m_connection.errorText();
+    }
+  } catch (const std::bad_alloc&) {
+    m_failure.clear();  // what is still to be taken back matters more than the words
+  }
 }
 
 int Writer::checkpoint(int mode, int& pages, int& copied) {

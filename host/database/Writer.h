@@ -67,6 +67,8 @@ class Writer {
   int begin();
   int commit();
   void rollBack();
+  int runOrTakeBack(const Work& body, bool joined, bool guarded);
+  void takeBack(bool joined, bool guarded);
   void noteFailure(int status);
 
   Connection m_connection;
