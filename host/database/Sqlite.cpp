@@ -117,16 +117,30 @@ void Connection::require(const std::string& sql) const {
 
 std::int64_t Connection::number(const std::string& sql) const {
   Statement statement(*this, sql);
-  const int status = statement.step();
-  if (status != SQLITE_ROW) throw SqliteError(status, errorText());
-  return statement.number(0);
+  requireRow(statement);
+  const std::int64_t value = statement.number(0);
+  requireEnd(statement);
+  return value;
 }
 
 std::string Connection::text(const std::string& sql) const {
   Statement statement(*this, sql);
+  requireRow(statement);
+  std::string value = statement.text(0);
+  requireEnd(statement);
+  return value;
+}
+
+void Connection::requireRow(Statement& statement) const {
   const int status = statement.step();
   if (status != SQLITE_ROW) throw SqliteError(status, errorText());
-  return statement.text(0);
+}
+
+// A statement that gives a row may do its work, and fail, only behind it.
+void Connection::requireEnd(Statement& statement) const {
+  int status = statement.step();
+  while (status == SQLITE_ROW) status = statement.step();
+  if (status != SQLITE_DONE) throw SqliteError(status, errorText());
 }
 
 }  // namespace EventSystemHost

@@ -89,6 +89,9 @@ class Connection {
   std::string errorText() const { return sqlite3_errmsg(m_connection.get()); }
 
  private:
+  void requireRow(Statement& statement) const;
+  void requireEnd(Statement& statement) const;
+
   struct Closer {
     void operator()(sqlite3* connection) const { sqlite3_close_v2(connection); }
   };

@@ -197,5 +197,26 @@ TEST_F(Fault, AHostThatCannotFlushDoesNotStart) {
   EXPECT_GT(failures, 0);
 }
 
+// The first start turns the new file into one with a WAL, which takes a flush.
+TEST_F(Fault, AHostThatStartsHasAWalWhicheverFlushFailed) {
+  bool failed = true;
+  for (int n = 1; failed; ++n) {
+    ASSERT_LT(n, 100);
+    FaultVfs::install();
+    std::filesystem::remove_all(home() / "run");
+    writeFile("host.ini", "[database]\nfile = run/events.db\ndurability = group\n");
+    FaultVfs::failFlush(n);
+    try {
+      start();
+      failed = false;
+    } catch (const EventSystemHost::HostError&) {
+      continue;
+    }
+    FaultVfs::failFlush(0);
+    EXPECT_EQ(sqlite(home() / "run" / "events.db", "PRAGMA journal_mode"), "wal") << n;
+    stop();
+  }
+}
+
 }  // namespace
 }  // namespace EventSystemTest
