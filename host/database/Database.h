@@ -103,6 +103,7 @@ class Database : public std::enable_shared_from_this<Database> {
   void maintain(Lock& lock);
   void checkpoint();
   bool shrink();
+  bool flushAtClose(Lock& lock);
   void finish(Lock& lock);
 
   // How many pages the WAL holds before they are copied into the file, between calls and then in

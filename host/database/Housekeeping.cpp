@@ -80,15 +80,23 @@ bool Database::shrink() {
                [&] { return connection().execute(kFreeSomePages); }) == SQLITE_OK;
 }
 
+// False when what is in the WAL must not be copied: after a failed flush pages of it may be others
+// than the WAL's index says.
+bool Database::flushAtClose(Lock& lock) {
+  const int status = m_sync.waitFor(m_writer->commits(), *m_writer, lock);
+  if (!lock.owns_lock()) lock.lock();
+  m_sync.waitUntilIdle(lock);
+  if (status == SQLITE_OK) return true;
+  ErrorA(status, "%s: the last flush failed, the newest calls may not survive power loss",
+         m_configuration.databaseFile.c_str());
+  return ready(Use::kWrite, lock) == SQLITE_OK;
+}
+
 void Database::finish(Lock& lock) {
   try {
     commitPending();
     // Whether or not the WAL can be copied below.
-    if (m_configuration.durability != Durability::kStrict) {
-      m_sync.waitFor(m_writer->commits(), *m_writer, lock);
-      if (!lock.owns_lock()) lock.lock();
-      m_sync.waitUntilIdle(lock);
-    }
+    if (m_configuration.durability != Durability::kStrict && !flushAtClose(lock)) return;
     endAllWalks();
     for (int step = 0; m_damage.empty() && step < kStepsAtClose && shrink(); ++step) {
     }

@@ -131,6 +131,35 @@ TEST_F(Fault, CallsThatWereLostEndTheService) {
   EXPECT_EQ(rowsAfterRestart(), (std::vector<long>{1, 2, 3}));
 }
 
+TEST_F(Fault, AFailedFlushAtTheEndIsLogged) {
+  startWith("group");
+  FaultVfs::loseUnflushed(true);
+  ASSERT_EQ(add(2), 0);
+  FaultVfs::failFlush(1);
+  stop();
+  EXPECT_NE(log().find("the newest calls were lost when a flush failed"), std::string::npos)
+      << log();
+  EXPECT_EQ(rowsAfterRestart(), (std::vector<long>{1}));
+}
+
+// Below the pages that were lost are older ones, from before the WAL started over: they must not
+// be copied into the file.
+TEST_F(Fault, AFailedFlushAtTheEndDamagesNothing) {
+  startWith("group");
+  const int before = FaultVfs::databaseFlushes();
+  long id = 2;
+  while (FaultVfs::databaseFlushes() == before) ASSERT_EQ(add(id++), 0);
+  for (const long end = id + 20; id < end; ++id) ASSERT_EQ(add(id), 0);
+  ASSERT_EQ(host().waitDurable(), 0);
+  FaultVfs::loseUnflushed(true);
+  const long last = id;
+  for (; id < last + 20; ++id) ASSERT_EQ(add(id), 0);
+  FaultVfs::failFlush(1);
+  stop();
+  EXPECT_EQ(sqlite(database(), "PRAGMA integrity_check"), "ok");
+  EXPECT_EQ(rowsAfterRestart().size(), static_cast<std::size_t>(last - 1));
+}
+
 TEST_F(Fault, AFullDiskFailsWritesAndNotReads) {
   startWith("strict");
   FaultVfs::setDiskFull(true);
