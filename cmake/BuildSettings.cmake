@@ -40,3 +40,7 @@ if(EVENTSYSTEM_SANITIZE)
                       -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${EVENTSYSTEM_SANITIZE})
 endif()
+if(EVENTSYSTEM_FUZZ)
+  # The fuzzers are steered by the branches that the product takes.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

@@ -3,7 +3,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "EventSystem/ResultCode.h"
 #include "EventSystem/platform/HostConfig.h"
@@ -12,12 +11,11 @@
 #include "apps/eventctl/Display.h"
 #include "apps/eventctl/EventLimits.h"
 #include "apps/eventctl/EventView.h"
+#include "apps/eventctl/ImportLine.h"
 #include "apps/eventctl/LineReader.h"
-#include "apps/eventctl/Numbers.h"
 #include "apps/eventctl/Output.h"
 #include "apps/eventctl/ProgressBar.h"
 #include "apps/eventctl/Session.h"
-#include "apps/eventctl/StoredForm.h"
 
 namespace EventCtl {
 namespace {
@@ -37,7 +35,10 @@ class Importer {
         m_options(options),
         m_reader(options.file, kLongestLine),
         m_session(global),
-        m_progress(m_reader.bytesInAll()) {}
+        m_progress(m_reader.bytesInAll()),
+        m_lines(
+            global.dsid, [this](unsigned int dsid) { return exists(dsid); },
+            [this](unsigned int dsid) { return destination(dsid); }) {}
 
   int run() {
     std::string line;
@@ -46,7 +47,7 @@ class Importer {
       ++m_number;
       if (result == LineReader::Result::kTooLong) {
         refuse("the line is longer than " + displayCount(kLongestLine) + " bytes");
-      } else if (!line.empty() && line[0] != '#') {
+      } else if (ImportLines::carriesEvent(line)) {
         importLine(line);
       }
       if (m_failures == kFailuresToGiveUp) break;
@@ -58,34 +59,10 @@ class Importer {
   }
 
  private:
-  void importLine(std::string line) {
-    unsigned int dsid = m_global.dsid;
-    std::string problem = takeDataSelection(line, dsid);
-    if (problem.empty() && line.find('\0') != std::string::npos) {
-      problem = "the line contains a NUL byte";
-    }
-    if (problem.empty()) problem = whyNotAnEventString(line);
-    if (!problem.empty()) return refuse(problem);
-    const auto event = parseEvent(withoutId(line));
-    problem = whyNotStorable(*event, destination(dsid));
-    if (problem.empty()) problem = whyStoredChanged(line);
-    if (!problem.empty()) return refuse(problem);
-    store(*event, dsid);
-  }
-
-  // Takes "dsid=N " off the line. Returns what is wrong with it.
-  std::string takeDataSelection(std::string& line, unsigned int& dsid) {
-    constexpr std::string_view kPrefix = "dsid=";
-    if (!line.starts_with(kPrefix)) return "";
-    const std::size_t blank = line.find(' ');
-    const std::string number = line.substr(kPrefix.size(), blank - kPrefix.size());
-    const auto value = parseNumber<unsigned int>(number);
-    if (blank == std::string::npos || !value) return "it does not begin with \"dsid=N \"";
-    dsid = *value;
-    line.erase(0, blank + 1);
-    if (isGlobalQueue(dsid) || exists(dsid)) return "";
-    return "data selection " + number +
-           " does not exist; add it with: eventctl dataselection add " + number;
+  void importLine(const std::string& line) {
+    const ImportedEvent imported = m_lines.read(line);
+    if (!imported.problem.empty()) return refuse(imported.problem);
+    store(*imported.event, imported.dsid);
   }
 
   bool exists(unsigned int dsid) {
@@ -176,6 +153,7 @@ class Importer {
   LineReader m_reader;
   QueueSession m_session;
   ProgressBar m_progress;
+  ImportLines m_lines;
   std::map<unsigned int, bool> m_known;  // data selections asked for
   std::map<bool, Destination> m_next;    // of the global queue, and of all others
   unsigned long m_number = 0;            // of the current line

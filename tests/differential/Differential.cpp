@@ -40,6 +40,14 @@ Event* untouched() {
   return reinterpret_cast<Event*>(mark);
 }
 
+// The name of a storage unit stands before the tag that readers search for; one that holds the tag
+// makes another event of the text.
+bool hidesTag(const std::string& text) {
+  const std::size_t name = text.find(";lsu:");
+  const std::size_t end = text.find(';', name == std::string::npos ? 0 : name + 1);
+  return text.find("IMAGEREPEVENT", std::min(name, text.size())) < end;
+}
+
 // A class parser stamps its event with the time, which may change between two of them.
 void settleDates(Event& one, Event& other) {
   if (other.getDate() - one.getDate() <= 1) {
@@ -99,6 +107,24 @@ bool Differential::readsSection(int type, std::string_view text) {
   EventPtr parsed;
   if (!compareParsing(type, m_text.place(text), parsed)) return false;
   return parsed == nullptr || writesAtEverySize(*parsed);
+}
+
+bool Differential::comesBack(int type, std::string_view text) {
+  EventPtr event;
+  if (!compareParsing(type, m_text.place(text), event)) return false;
+  if (event == nullptr) return true;
+  if (!compareWriting(*event, kBuffer)) return false;
+  const std::string written = m_expected.get();
+  const unsigned long whole = written.size();
+  for (const unsigned long size : {whole, whole + 1, text.size() % (whole + 1), 0ul}) {
+    if (!compareWriting(*event, size)) return false;
+  }
+  if (!compareNullBuffer(*event)) return false;
+  if (!compareParsing(0, m_text.place(written), event)) return false;
+  // A text can be too long to be read again.
+  if (event == nullptr || hidesTag(written)) return true;
+  if (!compareWriting(*event, kBuffer)) return false;
+  return written == m_expected.get() || differ("event that was read, written and read");
 }
 
 bool Differential::writesAtEverySize(Event& event) {

@@ -39,6 +39,9 @@ class Differential {
   // Whether both read this text alike: with Event::fromString(), or as the section of one type.
   bool reads(std::string_view text);
   bool readsSection(int type, std::string_view text);
+  // Whether both read this text alike, write its event alike, read that alike too, and the event
+  // then is written as it stands. `type` is 0 or whose section it is.
+  bool comesBack(int type, std::string_view text);
   // Whether both write this event alike into buffers of these sizes, 0 to one more than needed.
   bool writesAtEverySize(EventSystem::Event& event);
 
