@@ -238,7 +238,9 @@ void runTarget(std::string_view input) {
   const unsigned int refused = script.byte();
   Connection database = open(store.file());
   const bool readable = write(database, script);
-  const Forecast forecast = readable ? foretell(database, refused) : Forecast{.result = 4};
+  Forecast forecast;
+  forecast.result = 4;
+  if (readable) forecast = foretell(database, refused);
   database.reset();
 
   const unsigned int result = store.run(refused);

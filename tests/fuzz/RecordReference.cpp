@@ -81,17 +81,22 @@ class Splitter {
   std::vector<Field> m_fields;
 };
 
+// Whether the digits, without leading zeros, are a number up to `most`.
+bool isAtMost(const std::string& digits, const std::string& most) {
+  return digits.size() < most.size() || (digits.size() == most.size() && digits <= most);
+}
+
 std::optional<std::string> number(const std::string& text, int bits) {
   const bool minus = text.starts_with('-');
-  __int128 value = 0;
-  for (const char c : text.substr(minus ? 1 : 0)) {
-    if (c < '0' || c > '9') return std::nullopt;
-    value = 10 * value + (c - '0');
-    if (value > (static_cast<__int128>(1) << 100)) return std::nullopt;
+  std::string digits = text.substr(minus ? 1 : 0);
+  if (digits.empty() || digits.find_first_not_of("0123456789") != std::string::npos) {
+    return std::nullopt;
   }
-  const __int128 most = (static_cast<__int128>(1) << (bits - 1)) - (minus ? 0 : 1);
-  if (text.size() == (minus ? 1 : 0) || value > most) return std::nullopt;
-  return std::to_string(static_cast<std::int64_t>(minus ? -value : value));
+  digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));
+  const std::string most = bits == 32 ? (minus ? "2147483648" : "2147483647")
+                                      : (minus ? "9223372036854775808" : "9223372036854775807");
+  if (!isAtMost(digits, most)) return std::nullopt;
+  return minus && digits != "0" ? "-" + digits : digits;
 }
 
 bool put(ReferenceRow& row, const ReferenceColumn& column, const std::string& text) {
