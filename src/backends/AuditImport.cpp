@@ -4,6 +4,7 @@
 #include <boost/filesystem.hpp>
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 #include "EventSystem/AuditEvent.h"
 #include "EventSystem/ResultCode.h"
@@ -68,9 +69,16 @@ bool AuditImport::hasRows() const {
   return true;
 }
 
+// SQLite would open a pipe that stands there, and wait for its other end without a limit.
+bool AuditImport::hasOddJournal() const {
+  namespace fs = boost::filesystem;
+  boost::system::error_code error;
+  return fs::status(std::string(m_path) + "-journal", error).type() > fs::regular_file;
+}
+
 bool AuditImport::open() {
   sqlite3* database = nullptr;
-  const int result = sqlite3_open(m_path, &database);
+  const int result = hasOddJournal() ? SQLITE_CANTOPEN : sqlite3_open(m_path, &database);
   m_database.reset(database);
   if (result != SQLITE_OK) {
     ErrorA(kStoreFailure, "%s: faile to open file (%s) ", kFunction, m_path);

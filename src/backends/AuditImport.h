@@ -29,6 +29,7 @@ class AuditImport {
   enum class Rows { kRead, kAbandoned };
 
   bool hasRows() const;
+  bool hasOddJournal() const;
   bool open();
   bool prepare();
   Rows readRows();

@@ -127,6 +127,23 @@ TEST_F(HostileAuditFile, ThatIsAPipeHasNoTableAndIsNotWaitedFor) {
   expectNothingToDo(noTable(path()));
 }
 
+TEST_F(HostileAuditFile, WithAPipeForItsJournalIsNotOpened) {
+  file().add(3, "kept");
+  ASSERT_EQ(0, mkfifo((path() + "-journal").c_str(), 0600));
+  expectRefused(notOpened());
+  EXPECT_EQ(0u, sqlite().calls("open"));
+  std::filesystem::remove(path() + "-journal");
+  EXPECT_EQ(0u, run());
+  EXPECT_THAT(queued(), ElementsAre("kept"));
+}
+
+TEST_F(HostileAuditFile, WithAPipeForItsLogIsNotWaitedFor) {
+  file().add(3, "read");
+  file().run("pragma journal_mode = wal");
+  ASSERT_EQ(0, mkfifo((path() + "-wal").c_str(), 0600));
+  run();
+}
+
 TEST_F(HostileAuditFile, ThatIsADeviceHasNoTable) {
   for (const char* device : {"/dev/null", "/dev/zero", "/dev/full"}) {
     std::filesystem::remove(path());
