@@ -33,11 +33,8 @@ void Ledger::takeEntry(const std::string& member, const JournalEntry& entry) {
       queue.open[entry.text] = entry.begin;
       break;
     case JournalEntry::kWritten:
-      ++m_figures.written;
       ++m_written[member];
-      queue.history->wrote(entry.text, entry.id, queue.open[entry.text], entry.end);
-      queue.open.erase(entry.text);
-      queue.highest = std::max(queue.highest, entry.id);
+      takeWritten(queue, entry);
       break;
     case JournalEntry::kRead:
       ++m_figures.reads;
@@ -55,6 +52,13 @@ void Ledger::takeEntry(const std::string& member, const JournalEntry& entry) {
       ++m_figures.failedCalls;
       break;
   }
+}
+
+void Ledger::takeWritten(Queue& queue, const JournalEntry& entry) {
+  ++m_figures.written;
+  queue.history->wrote(entry.text, entry.id, queue.open[entry.text], entry.end);
+  queue.open.erase(entry.text);
+  queue.highest = std::max(queue.highest, entry.id);
 }
 
 void Ledger::see(Queue& queue, unsigned long id, const std::string& text) {

@@ -58,6 +58,7 @@ class Ledger {
   };
 
   void takeEntry(const std::string& member, const JournalEntry& entry);
+  void takeWritten(Queue& queue, const JournalEntry& entry);
   void see(Queue& queue, unsigned long id, const std::string& text);
   HistoryVerdict close(Queue& queue);
 
