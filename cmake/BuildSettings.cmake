@@ -30,9 +30,8 @@ check_pie_supported()
 add_link_options(-Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
 if(CMAKE_BUILD_TYPE MATCHES "Rel" AND NOT EVENTSYSTEM_SANITIZE)
   add_compile_options(-fstack-protector-strong -fstack-clash-protection)
-  if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|i[3-6]86")
-    add_compile_options(-fcf-protection)
-  endif()
+  # Not -fcf-protection: Debian 12 starts no program with it in force, and it costs 3 % of the time
+  # that reading and writing an event's text takes.
   add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
 endif()
 if(EVENTSYSTEM_SANITIZE)
