@@ -230,6 +230,8 @@ TEST_F(HostileAuditFile, InWalModeWithoutRightsForTheLogIsRefused) {
     expectRefused(notPrepared("attempt to write a readonly database",
                               "attempt to write a readonly database"));
   }
+  chmod(directory.path().c_str(), 0700);
+  chmod(path().c_str(), 0600);
   EXPECT_THAT(file().ids(), ElementsAre(3));
 }
 
