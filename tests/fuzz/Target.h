@@ -6,6 +6,7 @@
 #ifndef EVENTSYSTEM_TESTS_FUZZ_TARGET_H
 #define EVENTSYSTEM_TESTS_FUZZ_TARGET_H
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <string_view>
