@@ -1,4 +1,5 @@
-// Each allocation of each operation fails once, on the reference host.
+// Each allocation of each operation fails once, on the reference host. Of those that a host makes
+// while it opens, some thousands, one in four is taken; prove_memory takes them all.
 
 #include <gtest/gtest.h>
 
@@ -26,7 +27,10 @@ class Memory : public testing::TestWithParam<std::size_t> {
 
 TEST_P(Memory, MayBeMissingForAnyAllocation) {
   const std::size_t allocations = run(AllocationFaults::none());
-  for (std::size_t n = 1; n <= allocations && !HasFailure(); ++n) run(AllocationFaults::only(n));
+  const std::size_t step = operation().start <= MemoryTrial::Start::kHome ? 4 : 1;
+  for (std::size_t n = 1; n <= allocations && !HasFailure(); n += step) {
+    run(AllocationFaults::only(n));
+  }
 }
 
 TEST_P(Memory, MayBeMissingFromAnyTimeOn) {

@@ -135,8 +135,9 @@ void MemoryTrial::prepare(const Operation& operation) {
   m_highestBefore = m_highestId;
   m_event = makeEvent(++m_nextNumber, kRoom);
   m_eventText = eventStringOf(*m_event);
-  if (operation.start != Start::kQueue) m_manager.reset();
-  if (operation.start == Start::kHome) close();
+  if (operation.start == Start::kHost) m_manager.reset();
+  if (operation.start == Start::kHome || operation.start == Start::kFreshQueue) close();
+  if (operation.start == Start::kFreshQueue) openQueue();
 }
 
 MemoryTrial::Outcome MemoryTrial::run(const Operation& operation, const AllocationFaults& faults) {
@@ -184,10 +185,15 @@ void MemoryTrial::check(const Operation& operation, Outcome& outcome) {
 
 // The objects that met the failure work on. A queue whose construction met it may refuse events.
 void MemoryTrial::checkWork(const Operation& operation, Outcome& outcome) {
-  const bool built = operation.start != Start::kQueue;
+  const bool built = operation.start < Start::kQueue;
+  const std::string before = logText();
   for (const unsigned int dsid : {0u, kSelection}) {
     if (add(dsid) == 0 && !built)
       outcome.failures.emplace_back("an event is refused with memory again");
+  }
+  const std::string after = logText();
+  if (!built && after != before) {
+    outcome.failures.push_back("with memory again: " + after.substr(before.size()));
   }
 }
 
@@ -312,6 +318,22 @@ const std::vector<MemoryTrial::Operation>& MemoryTrial::operations() {
        .results = {"0", "4"},
        .queue = kSecondSelection,
        .adds = true},
+      {.name = "first newEvent, global",
+       .start = Start::kFreshQueue,
+       .run = [](Trial t) { return Do::add(t, 0); },
+       .results = {"0", "4"},
+       .adds = true},
+      {.name = "first newEvent, data selection",
+       .start = Start::kFreshQueue,
+       .run = [](Trial t) { return Do::add(t, kSelection); },
+       .results = {"0", "4"},
+       .queue = kSelection,
+       .adds = true},
+      {.name = "first deleteEvent, global",
+       .start = Start::kFreshQueue,
+       .run = [](Trial t) { return Do::remove(t, 0); },
+       .results = {"done"},
+       .deletes = true},
       {.name = "getNextEvent, global",
        .start = Start::kQueue,
        .run = [](Trial t) { return Do::next(t, 0); },

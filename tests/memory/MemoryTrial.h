@@ -29,7 +29,7 @@ namespace EventSystemTest {
 class MemoryTrial {
  public:
   // What is open before an operation.
-  enum class Start { kNothing, kHome, kHost, kQueue };
+  enum class Start { kNothing, kHome, kHost, kQueue, kFreshQueue };
 
   // What is done while memory fails.
   struct Operation {
