@@ -35,10 +35,11 @@ struct AuditRow {
   std::size_t end = kNever;
 };
 
-// From `at` on the first `steps` steps survive power loss.
+// From `at` on the first `steps` steps survive power loss; those before `first` if they were there.
 struct DurableMark {
   std::size_t at;
   std::size_t steps;
+  std::size_t first = 0;
 };
 
 struct Ledger {

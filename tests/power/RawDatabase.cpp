@@ -14,9 +14,9 @@ using Take = std::function<void(const Columns&)>;
 
 class Connection {
  public:
-  Connection(const std::filesystem::path& file, int flags) {
+  Connection(const std::filesystem::path& file, int flags, const char* disk = nullptr) {
     sqlite3* opened = nullptr;
-    m_status = sqlite3_open_v2(file.c_str(), &opened, flags, nullptr);
+    m_status = sqlite3_open_v2(file.c_str(), &opened, flags, disk);
     m_connection.reset(opened);
   }
 
@@ -120,8 +120,9 @@ std::vector<std::string> readAuditRows(const std::filesystem::path& database) {
   return contents;
 }
 
-bool leaveAuditRow(const std::filesystem::path& database, const std::string& content) {
-  Connection connection(database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+bool leaveAuditRow(const std::filesystem::path& database, const std::string& content,
+                   const char* disk) {
+  Connection connection(database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, disk);
   return connection.run("PRAGMA synchronous = EXTRA").empty() &&
          connection
              .run(

@@ -26,8 +26,10 @@ Stored readStored(const std::filesystem::path& database);
 // transaction that was cut off has left is taken back, as by everyone who opens the file.
 std::vector<std::string> readAuditRows(const std::filesystem::path& database);
 
-// Adds a row so that it survives power loss; false when that failed.
-bool leaveAuditRow(const std::filesystem::path& database, const std::string& content);
+// Adds a row so that it survives power loss; false when that failed. `disk` is one that SQLite
+// knows by this name; NULL: the one that it uses by itself.
+bool leaveAuditRow(const std::filesystem::path& database, const std::string& content,
+                   const char* disk);
 
 }  // namespace EventSystemTest
 

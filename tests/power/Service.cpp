@@ -70,16 +70,18 @@ Service::Service(std::filesystem::path home, Ledger& ledger, std::function<std::
 
 bool Service::start(const std::function<bool()>& opened) {
   const std::size_t begin = now();
+  m_firstStep = m_ledger.steps.size();
   try {
     EventSystemHost::HostOptions options;
     options.home = m_home;
     m_host = std::make_unique<EventSystemHost::Host>(options);
   } catch (const EventSystemHost::HostError& refusal) {
     m_problem = refusal.what();
-    return false;
+    return report("start", -1) == 0;
   }
   if (!opened()) return false;
   m_manager = std::make_unique<EventSystem::EventManager>();
+  report("start", 0);
   noteImported(begin);
   return true;
 }
@@ -87,7 +89,7 @@ bool Service::start(const std::function<bool()>& opened) {
 void Service::stop() {
   m_manager.reset();
   m_host.reset();
-  m_ledger.markDurable(now());
+  if (diskIsWell()) m_ledger.markDurable(now());
 }
 
 bool Service::finish(std::size_t step, bool success) {
@@ -95,12 +97,17 @@ bool Service::finish(std::size_t step, bool success) {
   return success;
 }
 
+int Service::report(const char* call, int result) {
+  returned(call, result);
+  return result;
+}
+
 bool Service::add(unsigned int number, unsigned int dsid) {
   m_lastId = 0;
-  if (!runs()) return false;
+  if (!runs() || (dsid != 0 && !m_known.contains(dsid))) return false;
   const std::unique_ptr<EventSystem::Event> event = parsed(eventText(number));
   const std::size_t begin = now();
-  m_result = m_manager->newEvent(event.get(), dsid);
+  m_result = report("newEvent", m_manager->newEvent(event.get(), dsid));
   const unsigned long id = event->getId();
   if (id == 0) return false;
   const char* const table = dsid == 0 ? "events" : "dsevents";
@@ -114,7 +121,9 @@ bool Service::remove(unsigned long id, unsigned int dsid) {
   if (!runs()) return false;
   m_ledger.steps.push_back({dsid == 0 ? "events" : "dsevents", id, std::nullopt, now()});
   m_manager->deleteEvent(id, dsid);
-  return finish(m_ledger.steps.size() - 1, deletionSucceeded());
+  const bool success = deletionSucceeded();
+  report("deleteEvent", success ? 0 : 4);
+  return finish(m_ledger.steps.size() - 1, success);
 }
 
 bool Service::knowDataSelection(unsigned int dsid) {
@@ -124,14 +133,17 @@ bool Service::knowDataSelection(unsigned int dsid) {
   m_ledger.steps.push_back({"dataselection", dsid, "9", now()});
   OrbDB::CTable selections(*table);
   const std::string record = "id=" + std::to_string(dsid) + ",dstypeid=9";
-  return finish(m_ledger.steps.size() - 1, selections.addRecord(record.c_str(), nullptr, 0) < 1);
+  const bool known = report("addRecord", selections.addRecord(record.c_str(), nullptr, 0)) < 1;
+  if (known) m_known.insert(dsid);
+  return finish(m_ledger.steps.size() - 1, known);
 }
 
 bool Service::waitDurable() {
   if (!runs()) return false;
   const std::size_t steps = m_ledger.steps.size();
-  m_result = m_host->waitDurable();
-  if (m_result == 0) m_ledger.marks.push_back({now(), steps});
+  m_result = report("waitDurable", m_host->waitDurable());
+  const std::size_t first = diskIsWell() ? 0 : m_firstStep;
+  if (m_result == 0) m_ledger.marks.push_back({now(), steps, first});
   return m_result == 0;
 }
 
@@ -139,7 +151,7 @@ bool Service::import() {
   if (!runs()) return false;
   const std::size_t begin = now();
   EventSystem::Event* next = nullptr;
-  m_result = m_manager->getNextEvent(m_highestSeen, &next, 0);
+  m_result = report("getNextEvent", m_manager->getNextEvent(m_highestSeen, &next, 0));
   const std::unique_ptr<EventSystem::Event> event(next);
   noteImported(begin);
   return m_result == 0;
@@ -150,7 +162,7 @@ void Service::noteImported(std::size_t begin) {
   const std::size_t end = now();
   for (;;) {
     EventSystem::Event* next = nullptr;
-    m_result = m_manager->getNextEvent(m_highestSeen, &next, 0);
+    m_result = report("getNextEvent", m_manager->getNextEvent(m_highestSeen, &next, 0));
     const std::unique_ptr<EventSystem::Event> event(next);
     if (event == nullptr) return;
     m_highestSeen = event->getId();
@@ -161,7 +173,8 @@ void Service::noteImported(std::size_t begin) {
 bool Service::leaveAuditRow(unsigned int number) {
   std::filesystem::create_directories(auditDatabase().parent_path());
   m_ledger.auditRows.push_back({auditContent(number)});
-  const bool left = EventSystemTest::leaveAuditRow(auditDatabase(), auditContent(number));
+  const bool left =
+      EventSystemTest::leaveAuditRow(auditDatabase(), auditContent(number), auditDisk);
   if (left) m_ledger.auditRows.back().end = now();
   return left;
 }

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "EventSystem/EventManager.h"
@@ -38,6 +39,7 @@ class Service {
   bool runs() const { return m_manager != nullptr; }
 
   // Each returns whether the call reported success, and false when the service does not run.
+  // Nothing is added to a data selection that is not known: such an event is in no queue.
   bool add(unsigned int number, unsigned int dsid = 0);
   bool remove(unsigned long id, unsigned int dsid = 0);
   bool knowDataSelection(unsigned int dsid);
@@ -47,6 +49,8 @@ class Service {
 
   // What is in the queue up to this id was no import.
   void skipUpTo(unsigned long id) { m_highestSeen = id; }
+  // Of a day before.
+  void remember(unsigned int dsid) { m_known.insert(dsid); }
 
   // Off-line services need no running host.
   bool leaveAuditRow(unsigned int number);
@@ -67,17 +71,29 @@ class Service {
   // What a deletion is told is in the log only: asked after each, false says that it failed.
   std::function<bool()> deletionSucceeded = [] { return true; };
 
+  // Told what each call of the library returned, a start that failed as -1.
+  std::function<void(const char* call, int result)> returned = [](const char*, int) {};
+
+  // Whether no call of the disk has failed: an end has no result that tells.
+  std::function<bool()> diskIsWell = [] { return true; };
+
+  // SQLite's name of the disk that off-line services write to; NULL: as the host's.
+  const char* auditDisk = nullptr;
+
  private:
   void noteImported(std::size_t begin);
   bool finish(std::size_t step, bool success);
+  int report(const char* call, int result);
 
   const std::filesystem::path m_home;
   Ledger& m_ledger;
   const std::function<std::size_t()> m_now;
   std::unique_ptr<EventSystemHost::Host> m_host;
   std::unique_ptr<EventSystem::EventManager> m_manager;
+  std::set<unsigned int> m_known;  // data selections
   unsigned long m_lastId = 0;
   unsigned long m_highestSeen = 0;
+  std::size_t m_firstStep = 0;  // since the start
   int m_result = 0;
   std::string m_problem;
 };
