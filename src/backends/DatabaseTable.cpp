@@ -86,7 +86,7 @@ int DatabaseTable::getNumber(const char* column, int& value) {
 }
 
 int DatabaseTable::getNumber(const char* key, const char* column, long& value) {
-  return guarded(m_operation, "GetValBigInt", kThrew,
+  return guarded(m_operation, "GetValBigInt", kNoAnswer,
                  [&] { return m_table->GetValBigInt(key, column, value); });
 }
 

@@ -36,7 +36,9 @@ class DatabaseTable {
   int getText(const char* column, char* buffer, unsigned int size);
   int getNumber(const char* column, long& value);
   int getNumber(const char* column, int& value);
-  // A column of the row with this key.
+  // A column of the row with this key; kNoAnswer when the call threw, which says nothing of the
+  // row.
+  static constexpr int kNoAnswer = -1;
   int getNumber(const char* key, const char* column, long& value);
 
   // A column of the current row read as an unsigned decimal text; `value` is left alone where the

@@ -172,8 +172,10 @@ int OrbDBEventStorage::populateIdCache() {
     return kStoreFailure;
   }
   long stored = 0;
-  if (properties.getNumber(kMaxIdKey, "propvalue", stored) != 0 &&
-      properties.firstRow(kMaxIdFilter)) {
+  const int status = properties.getNumber(kMaxIdKey, "propvalue", stored);
+  // To begin again at 0 is right for a table without the row alone, not for one that cannot be
+  // read.
+  if (status == DatabaseTable::kNoAnswer || (status != 0 && properties.firstRow(kMaxIdFilter))) {
     ErrorA(kStoreFailure, "%s Failed to read the max event id in the eventproperties table",
            __func__);
     return kStoreFailure;

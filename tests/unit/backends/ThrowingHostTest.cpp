@@ -61,6 +61,14 @@ TEST_P(ThrowingHost, AThrowingTableLookUpIsAMissingTable) {
                           error(4, "%s Failed to get a new event id", "writeEvent")));
 }
 
+TEST_P(ThrowingHost, AThrowingReadOfTheHighestIdDoesNotMeanThatThereIsNone) {
+  build();
+  host().table("eventproperties").removeColumn("1", "propname");  // the row is not listed
+  EXPECT_EQ(0, store->populateIdCache());
+  throwIn("GetValBigInt");
+  EXPECT_EQ(4, store->populateIdCache());
+}
+
 TEST_P(ThrowingHost, AThrowingDatabaseObjectIsAMissingTable) {
   build();
   throwIn("Instance");
