@@ -2,6 +2,7 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -77,6 +78,8 @@ RawClient::RawClient(std::uint16_t port, const std::string& text)
   if (!isV4) inet_pton(AF_INET6, text.c_str(), &v6.sin6_addr);
   auto* const address = isV4 ? reinterpret_cast<sockaddr*>(&v4) : reinterpret_cast<sockaddr*>(&v6);
   check(::connect(m_socket.get(), address, isV4 ? sizeof v4 : sizeof v6) == 0, "connect");
+  const int yes = 1;
+  setsockopt(m_socket.get(), IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
 }
 
 bool RawClient::startTls(const std::filesystem::path& authority,

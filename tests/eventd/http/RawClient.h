@@ -61,6 +61,7 @@ class RawClient {
   void close() { m_socket.close(); }
   void reset();  // the server reads an error
   std::uint16_t localPort() const;
+  int descriptor() const { return m_socket.get(); }
 
  private:
   bool receive();
