@@ -23,14 +23,14 @@ install(FILES ${PROJECT_SOURCE_DIR}/docs/man/host.ini.5 ${PROJECT_BINARY_DIR}/Or
         DESTINATION ${CMAKE_INSTALL_MANDIR}/man5)
 install_program_files(NAME eventctl MANUALS eventctl.1)
 
+set(units ${PROJECT_BINARY_DIR}/systemd)
+configure_file(packaging/systemd/eventd.service.in ${units}/eventd.service @ONLY)
+configure_file(packaging/systemd/tmpfiles.conf.in ${units}/tmpfiles.conf @ONLY)
 if(NOT TARGET eventd)
   return()
 endif()
 
 install_program_files(NAME eventd MANUALS eventd.8 eventd.ini.5)
-set(units ${PROJECT_BINARY_DIR}/systemd)
-configure_file(packaging/systemd/eventd.service.in ${units}/eventd.service @ONLY)
-configure_file(packaging/systemd/tmpfiles.conf.in ${units}/tmpfiles.conf @ONLY)
 install(FILES ${units}/eventd.service packaging/systemd/eventd.socket
         DESTINATION ${EVENTSYSTEM_UNIT_DIR})
 install(FILES packaging/systemd/sysusers.conf RENAME eventd.conf DESTINATION lib/sysusers.d)

@@ -55,7 +55,7 @@ _eventsystem() {
     kind=$(_eventsystem_argument "$help")
   fi
   if [ -n "$kind" ]; then
-    [[ $kind != DIR && $kind != FILE ]] || compopt -o filenames 2>/dev/null
+    [[ $kind != DIR && $kind != FILE ]] || compopt -o filenames 2>/dev/null || true
     mapfile -t COMPREPLY < <(_eventsystem_values "$program" "$kind" "$word")
   else
     mapfile -t COMPREPLY < <(compgen -W "$(cut -d ' ' -f 1 <<<"$options" | sort -u)" -- "$word")
