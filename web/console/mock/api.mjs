@@ -1,5 +1,6 @@
 // The server's HTTP interface, as far as the console and its tests use it.
 import { kindNumbers } from "./events.mjs";
+import { fromJson, toJson } from "./exactJson.mjs";
 import { fieldsOfKinds } from "./fields.mjs";
 
 const ranks = { read: 1, write: 2, admin: 3 };
@@ -8,12 +9,6 @@ const tokens = {
   "write-token": { role: "write", name: "producer" },
   "admin-token": { role: "admin", name: "operator" },
 };
-
-// Whole numbers of 64 bits are BigInt here and bare digits on the wire.
-function toJson(value) {
-  const text = JSON.stringify(value, (_, one) => (typeof one === "bigint" ? `\u0000${one}` : one));
-  return text.replace(/"\\u0000(\d+)"/g, "$1");
-}
 
 class Problem extends Error {
   constructor(status, name, detail, headers = {}) {
@@ -156,7 +151,7 @@ export class Api {
 
   async post({ request, response, parts }) {
     const { dsid } = this.queue(parts[0]);
-    const body = JSON.parse(await bodyOf(request));
+    const body = fromJson(await bodyOf(request));
     const all = Array.isArray(body) ? body : [body];
     if (all.some((event) => !kindNumbers[event.kind])) {
       throw new Problem(422, "invalid-event", "There is no such kind of event.");

@@ -7,6 +7,7 @@ import { nextClock, nextTheme, shortcuts } from "../state/settings";
 import { togglePause } from "../state/tail";
 
 export const helpIsOpen = signal(false);
+export const searchIsWanted = signal(false); // until the field has the focus
 
 export const shortcutTexts: [string, string][] = [
   ["1 … 6", "go to a view"],
@@ -24,7 +25,7 @@ export const shortcutTexts: [string, string][] = [
 
 function search(): void {
   go("events");
-  requestAnimationFrame(() => document.getElementById("search")?.focus());
+  searchIsWanted.value = true;
 }
 
 function copy(): void {

@@ -1,4 +1,4 @@
-import { useEffect } from "preact/hooks";
+import { useEffect, useRef } from "preact/hooks";
 import { kindNames } from "../events/kinds";
 import { grouped } from "../format";
 import { openEvent } from "../state/route";
@@ -22,6 +22,7 @@ import {
 import { announce } from "../ui/announce";
 import { EventGrid } from "../ui/EventGrid";
 import { Icon } from "../ui/Icon";
+import { searchIsWanted } from "../ui/keys";
 import { EventPanel } from "./EventPanel";
 import { queueName } from "./queueName";
 
@@ -102,13 +103,18 @@ function LineState() {
 }
 
 function Tools() {
+  const search = useRef<HTMLInputElement>(null);
+  useEffect(() => {
+    if (searchIsWanted.value) search.current?.focus();
+    searchIsWanted.value = false;
+  }, [searchIsWanted.value]);
   return (
     <div class="tools-row">
       <QueueChoice />
       <label class="field grow">
         <span class="unseen">Search in the events</span>
         <input
-          id="search"
+          ref={search}
           type="search"
           placeholder="Search id or text"
           value={text.value}

@@ -64,7 +64,7 @@ export function QueuesView() {
       <h2 id="queues-title">Queues</h2>
       <p class="muted">The global queue and the queues of the data selections.</p>
       {/* biome-ignore lint/a11y/noNoninteractiveTabindex: what scrolls must be reachable by keys */}
-      <div class="scroll" tabIndex={0} role="region" aria-labelledby="queues-title">
+      <div class="scroll" tabIndex={0} role="region" aria-label="Table of the queues">
         <table class="data">
           <thead>
             <tr>
