@@ -11,6 +11,7 @@
 #include <array>
 #include <cctype>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <stdexcept>
 
@@ -85,6 +86,7 @@ RawClient::RawClient(std::uint16_t port, const std::string& text)
 bool RawClient::startTls(const std::filesystem::path& authority,
                          const std::filesystem::path& certificate, const std::filesystem::path& key,
                          int mostVersion) {
+  std::signal(SIGPIPE, SIG_IGN);  // OpenSSL writes to sockets as to files
   m_context.reset(SSL_CTX_new(TLS_client_method()));
   SSL_CTX_set_max_proto_version(m_context.get(), mostVersion);
   SSL_CTX_load_verify_locations(m_context.get(), authority.c_str(), nullptr);
