@@ -95,6 +95,7 @@ TEST(SlowRequest, IsCutOff) {
 // A byte now and then buys no time.
 TEST(SlowRequest, IsCutOffHoweverBusyItLooks) {
   Http::Limits limits;
+  limits.headerBytes = 1u << 30;
   limits.requestTime = milliseconds(50);
   TestServer server(limits);
   RawClient client = server.client();
@@ -103,6 +104,7 @@ TEST(SlowRequest, IsCutOffHoweverBusyItLooks) {
     client.send("x");
     return server.server().figures().requestsRefused == 1;
   }));
+  EXPECT_EQ(408u, client.reply().status);
 }
 
 TEST(SlowReader, IsCutOff) {
