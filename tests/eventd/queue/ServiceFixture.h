@@ -89,6 +89,8 @@ class ServiceTest : public ::testing::Test {
   using StoreResult = EventApps::StoreResult;
   using ReadResult = EventApps::ReadResult;
 
+  explicit ServiceTest(const std::filesystem::path& parent = std::filesystem::temp_directory_path())
+      : m_directory(parent) {}
   ~ServiceTest() override { stop(); }
 
   std::filesystem::path home() const { return m_directory.path(); }
