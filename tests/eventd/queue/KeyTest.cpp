@@ -323,6 +323,27 @@ TEST_P(KeyDeath, DoesNotBringBackWhatWasConsumed) {
   EXPECT_THAT(idsAfter(0), IsEmpty());
 }
 
+TEST_P(KeyDeath, DoesNotBringBackWhatWasConsumedAfterAnotherRequestFailed) {
+  useLimits(2, 0);
+  for (const bool restarted : {false, true}) {
+    forget();
+    ForkedProcess process([&](int) {
+      start();
+      storeWith("a", "body");
+      storeWith("b", "body");
+      if (restarted) start();
+      remove(2);
+      remove(1);
+      ::kill(::getpid(), SIGKILL);
+    });
+    EXPECT_TRUE(WIFSIGNALED(process.wait()));
+    start();
+    EXPECT_TRUE(storeWith("a", "body").replayed);
+    EXPECT_THAT(idsAfter(0), IsEmpty());
+    stop();
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(EachDurability, KeyDeath, testing::Values("strict", "group"),
                          [](const auto& each) { return std::string(each.param); });
 
