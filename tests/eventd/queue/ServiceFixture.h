@@ -99,6 +99,7 @@ class ServiceTest : public ::testing::Test {
 
   // Before the start.
   void useDurability(const std::string& durability) { m_durability = durability; }
+  void useMore(const std::string& configuration) { m_more = configuration; }
   void useCountLimit(int limit) const {
     std::ofstream(home() / "OrbCentral.ini") << "[events]\ncount_limit = " << limit << '\n';
   }
@@ -108,7 +109,8 @@ class ServiceTest : public ::testing::Test {
   void start() {
     stop();
     std::ofstream(home() / "host.ini")
-        << "[database]\ndurability = " << m_durability << "\n[log]\nlevel = off\n";
+        << "[database]\ndurability = " << m_durability << "\n[log]\nlevel = off\n"
+        << m_more;
     EventSystemHost::HostOptions options;
     options.home = home();
     m_host = std::make_unique<EventSystemHost::Host>(options);
@@ -158,6 +160,7 @@ class ServiceTest : public ::testing::Test {
  private:
   TempDir m_directory;
   std::string m_durability = "group";
+  std::string m_more;
   std::unique_ptr<EventSystemHost::Host> m_host;
   std::unique_ptr<QueueService> m_service;
 };
