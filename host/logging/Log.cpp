@@ -15,6 +15,7 @@
 #include "host/Host.h"
 #include "host/files/PrivateFiles.h"
 #include "host/logging/LineWriter.h"
+#include "host/logging/Observers.h"
 
 namespace EventSystemHost {
 
@@ -110,11 +111,12 @@ void closeLog() {
 }
 
 bool logs(LogLevel level) {
-  return level <= currentLevel.load(std::memory_order_relaxed);
+  return level <= currentLevel.load(std::memory_order_relaxed) || isObserved(level);
 }
 
 void writeLine(LogLevel level, int code, std::string_view text) noexcept {
   try {
+    tellObservers(level, code, text);
     std::string line;
     line.reserve(text.size() + kRoomForCode);
     line += std::to_string(code);
