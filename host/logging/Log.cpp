@@ -16,6 +16,7 @@
 #include "host/files/PrivateFiles.h"
 #include "host/logging/JsonText.h"
 #include "host/logging/LineWriter.h"
+#include "host/logging/Observers.h"
 
 namespace EventSystemHost {
 
@@ -120,11 +121,12 @@ void flushLog() {
 }
 
 bool logs(LogLevel level) {
-  return level <= currentLevel.load(std::memory_order_relaxed);
+  return level <= currentLevel.load(std::memory_order_relaxed) || isObserved(level);
 }
 
 void writeLine(LogLevel level, int code, std::string_view text) noexcept {
   try {
+    tellObservers(level, code, text);
     std::string line;
     line.reserve(text.size() + kRoomForCode);
     if (currentFormat.load(std::memory_order_relaxed) == LogFormat::kJson) {
