@@ -22,6 +22,10 @@ namespace {
 namespace beast = boost::beast;
 namespace http = boost::beast::http;
 
+// However a chunked body goes on, "0 CR LF CR LF" is still to come. The parser takes for granted
+// that it is not called with less of that once it has seen the zero.
+constexpr std::size_t kLeastOfChunks = 5;
+
 std::string textOf(beast::string_view view) {
   return {view.data(), view.size()};
 }
@@ -124,7 +128,8 @@ RequestReader::Step RequestReader::readHead(std::string_view bytes, std::size_t&
 RequestReader::Step RequestReader::readBody(std::string_view bytes, std::size_t& used) {
   auto& parser = m_parser->parser;
   if (!parser.is_done()) {
-    if (bytes.empty()) return Step::kNeedMore;
+    const std::size_t least = parser.chunked() ? kLeastOfChunks : 1;
+    if (bytes.size() < least) return Step::kNeedMore;
     beast::error_code error;
     used = parser.put(boost::asio::buffer(bytes.data(), bytes.size()), error);
     if (error && error != http::error::need_more) refuse(error, m_bodyBytes);

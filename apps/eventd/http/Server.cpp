@@ -54,7 +54,7 @@ Server::Parts::Parts(const Limits& limits, Handler handler, unsigned given)
 void Server::Parts::add(Descriptor socket, const Listener::Tls& tls) {
   const std::lock_guard lock(mutex);
   listeners.push_back(std::make_shared<Listener>(core, std::move(socket), tls));
-  if (started) listeners.back()->start();
+  if (started && !core->stopping) listeners.back()->start();
 }
 
 void Server::Parts::work() noexcept {
@@ -159,7 +159,7 @@ void Server::reloadTls() {
 
 void Server::start() {
   const std::lock_guard lock(m_parts->mutex);
-  if (std::exchange(m_parts->started, true)) return;
+  if (m_parts->core->stopping || std::exchange(m_parts->started, true)) return;
   for (const auto& listener : m_parts->listeners) listener->start();
   for (unsigned i = 0; i < m_parts->threadCount; ++i) {
     m_parts->threads.emplace_back([parts = m_parts.get()] { parts->work(); });
@@ -176,7 +176,7 @@ void Server::stop(std::chrono::milliseconds grace) {
   if (core.stopping.exchange(true)) return m_parts->waitUntilStopped();
   m_parts->stopListening();
   for (const auto& connection : core.connections.all()) connection->stop();
-  if (m_parts->started) core.connections.waitUntilEmpty(grace);
+  core.connections.waitUntilEmpty(grace);
   while (!core.connections.waitUntilEmpty(std::chrono::milliseconds(0))) {
     for (const auto& connection : core.connections.all()) connection->cut();
     core.connections.waitUntilEmpty(std::chrono::milliseconds(100));

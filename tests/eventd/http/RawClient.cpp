@@ -2,6 +2,7 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -10,6 +11,7 @@
 #include <array>
 #include <cctype>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <stdexcept>
 
@@ -48,13 +50,24 @@ void readHead(const std::string& head, Reply& reply) {
 
 }  // namespace
 
-RawClient::RawClient(const std::filesystem::path& unixSocket)
-    : m_socket(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+RawClient::RawClient(const std::filesystem::path& unixSocket, Connect when)
+    : m_socket(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)), m_path(unixSocket) {
+  if (when == Connect::kNow) connect();
+}
+
+void RawClient::connect() {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
-  std::strncpy(address.sun_path, unixSocket.c_str(), sizeof address.sun_path - 1);
-  check(connect(m_socket.get(), reinterpret_cast<sockaddr*>(&address), sizeof address) == 0,
-        "connect");
+  std::strncpy(address.sun_path, m_path.c_str(), sizeof address.sun_path - 1);
+  const auto* const generic = reinterpret_cast<const sockaddr*>(&address);
+  check(::connect(m_socket.get(), generic, sizeof address) == 0, "connect");
+}
+
+std::uint16_t RawClient::localPort() const {
+  sockaddr_in address{};
+  socklen_t length = sizeof address;
+  getsockname(m_socket.get(), reinterpret_cast<sockaddr*>(&address), &length);
+  return ntohs(address.sin_port);
 }
 
 RawClient::RawClient(std::uint16_t port, const std::string& text)
@@ -65,12 +78,15 @@ RawClient::RawClient(std::uint16_t port, const std::string& text)
   const bool isV4 = inet_pton(AF_INET, text.c_str(), &v4.sin_addr) == 1;
   if (!isV4) inet_pton(AF_INET6, text.c_str(), &v6.sin6_addr);
   auto* const address = isV4 ? reinterpret_cast<sockaddr*>(&v4) : reinterpret_cast<sockaddr*>(&v6);
-  check(connect(m_socket.get(), address, isV4 ? sizeof v4 : sizeof v6) == 0, "connect");
+  check(::connect(m_socket.get(), address, isV4 ? sizeof v4 : sizeof v6) == 0, "connect");
+  const int yes = 1;
+  setsockopt(m_socket.get(), IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
 }
 
 bool RawClient::startTls(const std::filesystem::path& authority,
                          const std::filesystem::path& certificate, const std::filesystem::path& key,
                          int mostVersion) {
+  std::signal(SIGPIPE, SIG_IGN);  // OpenSSL writes to sockets as to files
   m_context.reset(SSL_CTX_new(TLS_client_method()));
   SSL_CTX_set_max_proto_version(m_context.get(), mostVersion);
   SSL_CTX_load_verify_locations(m_context.get(), authority.c_str(), nullptr);

@@ -28,8 +28,12 @@ struct Reply {
 
 class RawClient {
  public:
-  explicit RawClient(const std::filesystem::path& unixSocket);
+  enum class Connect { kNow, kLater };
+
+  explicit RawClient(const std::filesystem::path& unixSocket, Connect when = Connect::kNow);
   explicit RawClient(std::uint16_t port, const std::string& address = "127.0.0.1");
+
+  void connect();  // where that was left for later
 
   // Goes on inside TLS, trusting `authority`; `certificate` and `key` are shown when not empty.
   // False when the handshake fails.
@@ -56,6 +60,7 @@ class RawClient {
   void finishSending();
   void close() { m_socket.close(); }
   void reset();  // the server reads an error
+  std::uint16_t localPort() const;
   int descriptor() const { return m_socket.get(); }
 
  private:
@@ -66,6 +71,7 @@ class RawClient {
   bool readChunk(std::string& body);
 
   EtcdNodes::Descriptor m_socket;
+  std::filesystem::path m_path;  // of a Unix socket
   std::unique_ptr<SSL_CTX, decltype(&SSL_CTX_free)> m_context{nullptr, &SSL_CTX_free};
   std::unique_ptr<SSL, decltype(&SSL_free)> m_tls{nullptr, &SSL_free};
   std::string m_received;  // and not taken

@@ -65,8 +65,14 @@ void TestServer::keep(const std::shared_ptr<Http::Exchange>& exchange) {
 
 std::vector<std::shared_ptr<Http::Exchange>> TestServer::kept(std::size_t count) {
   std::unique_lock lock(m_mutex);
-  m_arrived.wait_for(lock, kMost, [&] { return m_kept.size() >= count; });
+  m_arrived.wait_for(lock, kMost, [&] { return m_awake || m_kept.size() >= count; });
   return std::exchange(m_kept, {});
+}
+
+void TestServer::wakeUp() {
+  const std::lock_guard lock(m_mutex);
+  m_awake = true;
+  m_arrived.notify_all();
 }
 
 std::vector<std::string> TestServer::complaints() {

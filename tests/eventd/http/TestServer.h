@@ -44,6 +44,7 @@ class TestServer {
 
   // Waits until that many exchanges are kept, and takes them; fewer when they do not come.
   std::vector<std::shared_ptr<Http::Exchange>> kept(std::size_t count);
+  void wakeUp();  // whoever waits for kept exchanges, now and later
   std::shared_ptr<Http::Exchange> keptOne() { return kept(1).at(0); }
 
   std::atomic<int> closed = 0;  // calls of onClose() callbacks of kept exchanges
@@ -58,6 +59,7 @@ class TestServer {
   std::condition_variable m_arrived;
   std::vector<std::shared_ptr<Http::Exchange>> m_kept;
   std::vector<std::string> m_complaints;
+  bool m_awake = false;
   std::uint16_t m_port = 0;
   std::unique_ptr<Http::Server> m_server;
 };
