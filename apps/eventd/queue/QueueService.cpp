@@ -1,6 +1,8 @@
 #include "apps/eventd/queue/QueueService.h"
 
 #include <algorithm>
+#include <exception>
+#include <limits>
 #include <utility>
 
 #include "EventSystem/ResultCode.h"
@@ -13,6 +15,7 @@
 namespace EventApps {
 namespace {
 
+constexpr unsigned long kAllIds = std::numeric_limits<unsigned long>::max();
 constexpr const char* kEnding = "the service is ending; ask again when it has been started anew";
 
 }  // namespace
@@ -33,6 +36,7 @@ class QueueService::Parts {
   void answerRead(const WaitingReaderPtr& reader, Timer::Clock::time_point end,
                   ReadTask::Read read);
   void change(const char* name, std::function<void()> call, Changed done);
+  void removeFound(unsigned int dsid, unsigned long end, bool dryRun, const RemoveTask::Done& done);
   void startSubscriber(const SubscriberPtr& subscriber, std::optional<unsigned long> after);
 
   Core core;
@@ -205,24 +209,40 @@ void QueueService::removeUpTo(std::optional<unsigned long> upTo, unsigned int ds
   if (!operation) return;
   Core& core = m_parts->core;
   const auto finished = [operation, done](const RemoveUpToResult& result) { done(result); };
-  core.walker.post([&core, upTo, dsid, dryRun, finished] {
-    std::vector<unsigned long> ids;
-    RemoveUpToResult counted;
-    try {
-      ids = idsUpTo(core.host, dsid, upTo);
-    } catch (const std::exception& problem) {
-      counted.code = EventSystem::kStoreFailure;
-      counted.problem = problem.what();
-    }
-    if (!dryRun && counted.code == 0) {
-      return core.run(std::make_shared<RemoveTask>(core, dsid, std::move(ids), finished));
-    }
+  // What is stored after this call is not touched, however long the walk takes.
+  core.run(std::make_shared<CallTask>(
+      [parts = m_parts.get(), upTo, dsid, dryRun, finished] {
+        Core& all = parts->core;
+        all.library.discover(dsid);
+        const unsigned long end = std::min(upTo.value_or(kAllIds), all.library.highest(dsid));
+        all.walker.post([parts, end, dsid, dryRun, finished] {
+          parts->removeFound(dsid, end, dryRun, finished);
+        });
+      },
+      [parts = m_parts.get(), finished](const std::string& why) {
+        parts->core.answer([finished, why](int) {
+          finished({0, 0, EventSystem::kStoreFailure, why});
+        });
+      }));
+}
+
+void QueueService::Parts::removeFound(unsigned int dsid, unsigned long end, bool dryRun,
+                                      const RemoveTask::Done& done) {
+  RemoveUpToResult counted;
+  std::vector<unsigned long> ids;
+  try {
+    ids = idsUpTo(core.host, dsid, end);
     counted.deleted = ids.size();
     counted.last = ids.empty() ? 0 : ids.back();
-    core.onQueueThread([&core, counted, finished] {
-      core.answer([counted, finished](int) { finished(counted); });
-    });
-  });
+  } catch (const std::exception& problem) {
+    counted.code = EventSystem::kStoreFailure;
+    counted.problem = problem.what();
+  }
+  if (!dryRun && counted.code == 0) {
+    return core.run(std::make_shared<RemoveTask>(core, dsid, std::move(ids), done));
+  }
+  core.onQueueThread(
+      [this, counted, done] { core.answer([counted, done](int) { done(counted); }); });
 }
 
 void QueueService::check(bool fix, std::function<void(CheckResult)> done) {

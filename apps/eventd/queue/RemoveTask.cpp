@@ -51,10 +51,10 @@ void RemoveTask::answer() {
 }
 
 std::vector<unsigned long> idsUpTo(EventSystemHost::Host& host, unsigned int dsid,
-                                   std::optional<unsigned long> upTo) {
+                                   unsigned long upTo) {
   std::vector<unsigned long> ids;
   const auto take = [&](unsigned long id) {
-    if (upTo && id > *upTo) return false;
+    if (id > upTo) return false;
     ids.push_back(id);
     return true;
   };

@@ -40,7 +40,7 @@ class RemoveTask : public Task {
 
 // The ids of a queue's events up to `upTo`, as they are now; any thread. Throws Failure.
 std::vector<unsigned long> idsUpTo(EventSystemHost::Host& host, unsigned int dsid,
-                                   std::optional<unsigned long> upTo);
+                                   unsigned long upTo);
 
 }  // namespace EventApps
 

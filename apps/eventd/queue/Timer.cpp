@@ -14,7 +14,8 @@ Timer::Id Timer::callAt(Clock::time_point time, std::function<void()> call) {
   {
     const std::lock_guard lock(m_mutex);
     id = {time, ++m_last};
-    first = m_calls.emplace(id, std::move(call)).first == m_calls.begin();
+    const auto added = m_calls.emplace(id, std::move(call)).first;
+    first = added == m_calls.begin();
   }
   if (first) m_changed.notify_one();
   return id;
