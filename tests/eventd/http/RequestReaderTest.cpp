@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <random>
 #include <string>
 #include <vector>
@@ -53,6 +54,10 @@ struct Case {
   std::string bytes;
   std::vector<std::string> expected;
 };
+
+void PrintTo(const Case& one, std::ostream* out) {
+  *out << one.name;
+}
 
 std::string get(const std::string& headers) {
   return "GET / HTTP/1.1\r\nHost: h\r\n" + headers + "\r\n";
