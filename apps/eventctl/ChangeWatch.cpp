@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/inotify.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -13,7 +12,7 @@
 #include <cstring>
 #include <system_error>
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 constexpr std::uint32_t kChanges = IN_CREATE | IN_MODIFY | IN_CLOSE_WRITE | IN_MOVED_TO | IN_DELETE;
@@ -86,16 +85,4 @@ bool ChangeWatch::concerns(const std::string& name) const {
          name == m_audit.parent_path().filename().string();
 }
 
-std::string fileSignature(const std::filesystem::path& database) {
-  std::string signature;
-  for (const char* const suffix : {"", "-wal", "-journal"}) {
-    struct stat status {};
-    if (::stat((database.string() + suffix).c_str(), &status) != 0) continue;
-    signature += suffix + std::to_string(status.st_ino) + ":" + std::to_string(status.st_size) +
-                 ":" + std::to_string(status.st_mtim.tv_sec) + "." +
-                 std::to_string(status.st_mtim.tv_nsec) + ";";
-  }
-  return signature;
-}
-
-}  // namespace EventCtl
+}  // namespace EventApps

@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <string>
 
-namespace EventCtl {
+namespace EventApps {
 
 class ChangeWatch {
  public:
@@ -40,9 +40,6 @@ class ChangeWatch {
   int m_descriptor;
 };
 
-// What tells whether a database file and its journal were changed: times, sizes and inodes.
-std::string fileSignature(const std::filesystem::path& database);
-
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif
