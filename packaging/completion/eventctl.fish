@@ -15,6 +15,24 @@ function __eventsystem_commands
     end
 end
 
+# Prints the long options of a help text, each with its description, or with the kind of value that
+# it takes where $argv[1] is "kind".
+function __eventsystem_options
+    for line in $argv[2..]
+        set -l parts (string replace -rf '^  (-\S+)(?: ([A-Z]+)(?: REQUIRED)?(?= |$))?(?: +(.*))?$' \
+            '$1\t$2\t$3' -- $line | string split -m 2 \t)
+        or continue
+        for name in (string split , -- $parts[1])
+            string match -q -- '--*' $name
+            or continue
+            set -l words $parts[3]
+            test $argv[1] = kind
+            and set words $parts[2]
+            printf '%s\t%s\n' (string replace -r '{.*' '' -- $name) "$words"
+        end
+    end
+end
+
 # Prints what may stand at the cursor.
 function __eventsystem_offers
     set -l words (commandline -opc)
@@ -28,7 +46,7 @@ function __eventsystem_offers
         if test -n "$kind"
             set kind
         else if string match -q -- '--*' $one
-            set kind (string replace -rf "^  (?:-[A-Za-z],)?$one ([A-Z]+)(?: .*)?\$" '$1' -- $options)
+            set kind (__eventsystem_options kind $options | string replace -rf "^$one\t(.+)" '$1')
         else if string match -qr "^$one\t" -- (__eventsystem_commands $help)
             set -a path $one
             set help ($program $path --help 2>/dev/null)
@@ -37,8 +55,7 @@ function __eventsystem_offers
         end
     end
     if test -z "$kind"
-        string replace -rf '^  (?:-[A-Za-z],)?(--[a-z][a-z-]*)(?: [A-Z]+(?: REQUIRED)?)?(?: +(.*))?$' \
-            '$1\t$2' -- $options
+        __eventsystem_options words $options
         set -l commands (__eventsystem_commands $help)
         if test -n "$commands"
             printf '%s\n' $commands
