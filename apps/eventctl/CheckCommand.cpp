@@ -28,9 +28,10 @@ class Check {
     options.logFile = m_log.file();
     options.logLevel = EventSystemHost::LogLevel::kWarning;
     {
-      QueueSession session(openHost(options, m_global.wait));
+      const auto host = openHost(options, m_global.wait);
+      HostQueues queues(*host);
       m_report = QueueCheck(
-                     session.queues(), [this] { return m_log.take(); }, m_fix)
+                     queues, [this] { return m_log.take(); }, m_fix)
                      .run();
     }
     for (const LogLine& line : m_log.take()) m_report.findings.push_back(line);  // of its end

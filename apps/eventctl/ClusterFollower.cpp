@@ -9,6 +9,7 @@
 
 #include "apps/common/Failure.h"
 #include "apps/common/Output.h"
+#include "apps/eventctl/DirectQueues.h"
 
 namespace EventApps {
 namespace {
@@ -33,21 +34,21 @@ ClusterFollower::ClusterFollower(const GlobalOptions& global, const StopSignals&
       m_reader(m_service) {}
 
 void ClusterFollower::run(OpenHost host) {
-  QueueSession session(std::move(host));
-  requireDataSelection(m_global.dsid);
-  session.leaveDatabase(m_global);
+  DirectQueues queues(std::move(host));
+  queues.requireQueue(m_global.dsid);
+  queues.leaveDatabase(m_global);
   do {
-    round(session);
+    round(queues);
   } while (!m_consumer.finished() && !m_stop.arrived() && wait());
 }
 
 // Ids are handed out upwards, so nothing is new while the highest one stays. It goes down when the
 // queue was removed or restored from a backup.
-void ClusterFollower::round(QueueSession& session) {
+void ClusterFollower::round(WritableQueues& queues) {
   try {
     const unsigned long highest = m_reader.highestId(m_global.dsid);
     if (m_drainedTo != highest) {
-      m_consumer.drain(session, [this] { return m_stop.arrived(); });
+      m_consumer.drain(queues, [this] { return m_stop.arrived(); });
       m_drainedTo = highest;
     }
     if (std::exchange(m_failing, false)) complain("the cluster service answers again");

@@ -15,6 +15,7 @@
 #include "apps/eventctl/EventTable.h"
 #include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/NumberOption.h"
+#include "apps/eventctl/Queues.h"
 #include "apps/eventctl/Session.h"
 #include "apps/eventctl/StopSignals.h"
 
@@ -23,8 +24,9 @@ namespace {
 
 int consumeOnce(const GlobalOptions& global, const ConsumeOptions& options) {
   Consumer consumer(global, options);
-  QueueSession session(global);
-  consumer.drain(session, [] { return false; });
+  const auto queues = openToWrite(global);
+  queues->requireQueue(global.dsid);
+  consumer.drain(*queues, [] { return false; });
   if (!global.json && consumer.count() == 0 && damageMet().empty()) {
     standardOutput().line("No events in " + queueName(global.dsid) + ".");
   }

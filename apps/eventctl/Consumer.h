@@ -9,6 +9,7 @@
 #include "apps/common/Output.h"
 #include "apps/common/Table.h"
 #include "apps/eventctl/CommandLine.h"
+#include "apps/eventctl/Queues.h"
 #include "apps/eventctl/Session.h"
 
 namespace EventApps {
@@ -29,12 +30,12 @@ class Consumer {
 
   // Prints and deletes until the queue is empty, the limit is reached or `stop` says so. After a
   // failure it can be called again: what was printed is not printed again.
-  void drain(QueueSession& session, const StopAsked& stop);
+  void drain(WritableQueues& queues, const StopAsked& stop);
 
  private:
   bool reachedLimit() const { return m_options.limit != 0 && m_count == m_options.limit; }
-  void print(EventSystem::Event& event);
-  void finishPrinted(QueueSession& session);
+  void print(const EventView& event);
+  void finishPrinted(WritableQueues& queues);
 
   Output& m_output = standardOutput();
   const GlobalOptions& m_global;

@@ -5,6 +5,7 @@
 
 #include "apps/common/DatabaseQueueReader.h"
 #include "apps/common/Output.h"
+#include "apps/eventctl/DirectQueues.h"
 
 namespace EventApps {
 
@@ -25,9 +26,9 @@ void DatabaseFollower::run(OpenHost host) {
 }
 
 bool DatabaseFollower::drainRound(OpenHost host) {
-  QueueSession session(std::move(host));
-  requireDataSelection(m_global.dsid);
-  m_consumer.drain(session, [this] { return m_stop.arrived(); });
+  DirectQueues queues(std::move(host));
+  queues.requireQueue(m_global.dsid);
+  m_consumer.drain(queues, [this] { return m_stop.arrived(); });
   m_leftOver = DatabaseQueueReader().highestRowId(m_global.dsid);
   return !m_consumer.finished() && !m_stop.arrived() && damageMet().empty();
 }

@@ -8,12 +8,13 @@
 #include "apps/common/EventView.h"
 #include "apps/common/Output.h"
 #include "apps/common/QueueNames.h"
-#include "apps/common/QueueReader.h"
 #include "apps/common/Table.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/EventTable.h"
 #include "apps/eventctl/ExitStatus.h"
+#include "apps/eventctl/KindOption.h"
 #include "apps/eventctl/NumberOption.h"
+#include "apps/eventctl/Queues.h"
 #include "apps/eventctl/Session.h"
 
 namespace EventApps {
@@ -32,7 +33,6 @@ class Listing {
       : m_json(global.json), m_options(options), m_table(eventTable(m_output, Overflow::kCut)) {}
 
   bool add(const EventView& event) {
-    if (m_options.kind != nullptr && event.type != m_options.kind->number) return true;
     if (m_options.limit != 0 && m_count == m_options.limit) {
       m_more = true;
       return false;
@@ -71,11 +71,11 @@ class Listing {
 };
 
 int runList(const GlobalOptions& global, const ListOptions& options) {
-  const auto host = openReader(global);
-  requireDataSelection(global.dsid);
+  const auto queues = openToRead(global);
+  queues->requireQueue(global.dsid);
   Listing listing(global, options);
-  readerOf(*host)->forEach(global.dsid, options.after,
-                           [&](const EventView& event) { return listing.add(event); });
+  queues->forEach(global.dsid, options.after, options.kind,
+                  [&](const EventView& event) { return listing.add(event); });
   listing.finish(global.dsid);
   return kDone;
 }
@@ -89,18 +89,7 @@ void defineList(CLI::App& app, CommandLine& line) {
   const auto options = std::make_shared<ListOptions>();
   addNumber(*command, "--after", options->after, "only events with a higher id than this");
   addNumber(*command, "--limit", options->limit, "at most so many events", 1UL);
-  command
-      ->add_option_function<std::string>(
-          "--type",
-          [options](const std::string& text) {
-            options->kind = kindNamed(text);
-            if (options->kind == nullptr) {
-              throw CLI::ValidationError("--type",
-                                         "'" + text + "' is no type; see eventctl add --help");
-            }
-          },
-          "only events of this type, by name or number")
-      ->type_name("TYPE");
+  addKindOption(*command, options->kind);
   command->callback(
       [&line, options] { line.run = [&line, options] { return runList(line.global, *options); }; });
 }
