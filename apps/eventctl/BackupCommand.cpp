@@ -1,11 +1,14 @@
 // `eventctl backup FILE` and `eventctl restore FILE`: copies of the database file.
 
+#include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "apps/common/Display.h"
 #include "apps/common/EventView.h"
+#include "apps/common/Failure.h"
 #include "apps/common/Output.h"
 #include "apps/common/QueueNames.h"
 #include "apps/eventctl/Commands.h"
@@ -64,6 +67,10 @@ void printClusterNote(const HostConfiguration& configuration, const char* note) 
 }
 
 int runBackup(const GlobalOptions& global, const CopyOptions& options) {
+  std::error_code error;
+  if (!options.force && std::filesystem::exists(options.file, error)) {
+    throw Failure(options.file + ": exists already; --force replaces it");
+  }
   const HostConfiguration configuration = configurationOf(global);
   CopyBar bar;
   const DatabaseContent content =

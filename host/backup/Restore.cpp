@@ -88,6 +88,8 @@ GivenIds settle(const std::filesystem::path& database) {
   const Connection present = openWriter(database, Durability::kStrict);
   GivenIds ids = readGivenIds(present);
   sqlite3_busy_timeout(present.get(), 200);
+  int persist = 0;
+  sqlite3_file_control(present.get(), "main", SQLITE_FCNTL_PERSIST_WAL, &persist);
   static_cast<void>(present.execute("PRAGMA wal_checkpoint(TRUNCATE)"));
   static_cast<void>(present.execute("PRAGMA journal_mode = DELETE"));
   return ids;
@@ -113,6 +115,14 @@ std::string timeSuffix() {
   return text;
 }
 
+std::filesystem::path freeName(const std::filesystem::path& database) {
+  const std::string name = database.string() + ".before-restore-" + timeSuffix();
+  std::filesystem::path free = name;
+  std::error_code error;
+  for (int i = 2; std::filesystem::exists(free, error); ++i) free = name + "-" + std::to_string(i);
+  return free;
+}
+
 void addName(const std::filesystem::path& file, const std::filesystem::path& name) {
   if (link(file.c_str(), name.c_str()) == 0) return;
   throw HostError(name.string() +
@@ -124,7 +134,7 @@ void addName(const std::filesystem::path& file, const std::filesystem::path& nam
 class KeptDatabase {
  public:
   explicit KeptDatabase(const std::filesystem::path& database)
-      : m_database(database), m_name(database.string() + ".before-restore-" + timeSuffix()) {
+      : m_database(database), m_name(freeName(database)) {
     addName(m_database, m_name);
     std::error_code error;
     if (std::filesystem::exists(logOf(m_database), error)) {
