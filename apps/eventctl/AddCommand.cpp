@@ -73,7 +73,10 @@ int runAdd(const GlobalOptions& options, const EventKind& kind, const FieldTexts
   const auto& event = events.front();
   const auto queues = openToWrite(options);
   queues->requireQueue(options.dsid);
-  const std::string problem = whyNotStorable(*event, queues->destination(options.dsid));
+  std::string problem = whyNotStorable(*event, queues->destination(options.dsid, false));
+  if (!problem.empty()) {
+    problem = whyNotStorable(*event, queues->destination(options.dsid, true));
+  }
   if (!problem.empty()) throw Failure("the event was refused: " + problem);
   const StoreOutcome outcome = queues->store(events, options.dsid);
   if (outcome.ids.empty()) refused(outcome, queueName(options.dsid));

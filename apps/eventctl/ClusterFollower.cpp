@@ -1,15 +1,13 @@
 #include "apps/eventctl/ClusterFollower.h"
 
-#include <poll.h>
-
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <utility>
 
 #include "apps/common/Failure.h"
 #include "apps/common/Output.h"
 #include "apps/eventctl/DirectQueues.h"
+#include "apps/eventctl/Listener.h"
 
 namespace EventApps {
 namespace {
@@ -64,13 +62,10 @@ void ClusterFollower::tell(const std::string& failure) {
 
 // False when a stop is asked for.
 bool ClusterFollower::wait() const {
-  std::array<pollfd, 2> waits = {
-      {{.fd = m_stop.descriptor(), .events = POLLIN, .revents = 0},
-       {.fd = standardOutput().descriptor(), .events = 0, .revents = 0}}};
-  const int ready = ::poll(waits.data(), waits.size(), static_cast<int>(kInterval.count()));
-  if (ready <= 0) return true;
-  if (waits[0].revents != 0) return false;
-  throw readerHasGone();
+  const Listener listener{m_stop.descriptor(), standardOutput().descriptor()};
+  const Woken woken = listener.wait(-1, static_cast<int>(kInterval.count()));
+  if (woken == Woken::kOutputClosed) throw readerHasGone();
+  return woken != Woken::kStopped;
 }
 
 }  // namespace EventApps

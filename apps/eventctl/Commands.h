@@ -24,6 +24,7 @@ void defineBackup(CLI::App& app, CommandLine& line);
 void defineRestore(CLI::App& app, CommandLine& line);
 void defineCheck(CLI::App& app, CommandLine& line);
 void defineDataSelection(CLI::App& app, CommandLine& line);
+void defineToken(CLI::App& app, CommandLine& line);
 void defineDemo(CLI::App& app, CommandLine& line);
 
 }  // namespace EventApps

@@ -11,6 +11,8 @@
 #include "apps/eventctl/ClusterFollower.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/Consumer.h"
+#include "apps/eventctl/DaemonAddress.h"
+#include "apps/eventctl/DaemonFollower.h"
 #include "apps/eventctl/DatabaseFollower.h"
 #include "apps/eventctl/EventTable.h"
 #include "apps/eventctl/ExitStatus.h"
@@ -36,6 +38,10 @@ int consumeOnce(const GlobalOptions& global, const ConsumeOptions& options) {
 void followWith(const GlobalOptions& global, const ConsumeOptions& options,
                 const StopSignals& stop) {
   Consumer consumer(global, options);
+  if (const auto daemon = findDaemon(global)) {
+    DaemonFollower(global, stop, consumer, *daemon).run();
+    return;
+  }
   auto host = openHost(hostOptions(global, EventSystemHost::Access::kReadWrite), global.wait);
   const auto configuration = host->configuration();
   if (configuration.clusterMode) {

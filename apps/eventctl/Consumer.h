@@ -27,6 +27,8 @@ class Consumer {
   // Whether as much is done as was asked for.
   bool finished() const { return reachedLimit() && m_printed == 0; }
   unsigned long count() const { return m_count; }
+  // What it has behind it, where it keeps what it prints; else 0.
+  unsigned long after() const { return m_after; }
 
   // Prints and deletes until the queue is empty, the limit is reached or `stop` says so. After a
   // failure it can be called again: what was printed is not printed again.

@@ -51,9 +51,10 @@ bool DatabaseFollower::waitForMore() {
   constexpr std::chrono::seconds kBound(2);
   m_watch.forget();
   while (damageMet().empty() && !hasMore()) {
-    const auto woken = m_watch.wait(m_stop.descriptor(), standardOutput().descriptor(), kBound);
-    if (woken == ChangeWatch::Woken::kStopped) return false;
-    if (woken == ChangeWatch::Woken::kOutputClosed) throw readerHasGone();
+    const Listener listener{m_stop.descriptor(), standardOutput().descriptor()};
+    const Woken woken = m_watch.wait(listener, kBound);
+    if (woken == Woken::kStopped) return false;
+    if (woken == Woken::kOutputClosed) throw readerHasGone();
   }
   return damageMet().empty();
 }

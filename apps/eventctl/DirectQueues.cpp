@@ -69,6 +69,24 @@ Statistics HostReading<Interface>::statistics() {
   return statistics;
 }
 
+template <class Interface>
+Woken HostReading<Interface>::waitForMore(unsigned int dsid, unsigned long after,
+                                          const Listener& listener) {
+  constexpr std::chrono::milliseconds kBound(2000);
+  constexpr std::chrono::milliseconds kServiceInterval(250);
+  const auto& configuration = openedHost().configuration();
+  if (!m_watch) {
+    m_watch = std::make_unique<ChangeWatch>(configuration.databaseFile,
+                                            configuration.auditDirectory / "audit.db");
+  }
+  // A change after this wakes the wait, one before it is seen by the reader.
+  m_watch->forget();
+  bool hasMore = false;
+  reader().forEach(dsid, after, [&](const EventView&) { return !(hasMore = true); });
+  if (hasMore) return listener.look();
+  return m_watch->wait(listener, configuration.clusterMode ? kServiceInterval : kBound);
+}
+
 template class HostReading<ReadableQueues>;
 template class HostReading<WritableQueues>;
 
@@ -77,12 +95,11 @@ HostQueues& DirectQueues::queues() {
   return *m_queues;
 }
 
-Destination DirectQueues::destination(unsigned int dsid) {
+Destination DirectQueues::destination(unsigned int dsid, bool) {
   return queues().destination(dsid);
 }
 
-StoreOutcome DirectQueues::store(std::span<const std::unique_ptr<EventSystem::Event>> events,
-                                 unsigned int dsid) {
+StoreOutcome DirectQueues::store(Events events, unsigned int dsid) {
   using Refusal = StoreOutcome::Refusal;
   StoreOutcome outcome;
   for (const auto& event : events) {

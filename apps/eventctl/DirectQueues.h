@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "apps/common/QueueReader.h"
+#include "apps/eventctl/ChangeWatch.h"
 #include "apps/eventctl/Queues.h"
 #include "apps/eventctl/Session.h"
 
@@ -28,6 +29,7 @@ class HostReading : public Interface {
   std::optional<EventView> find(unsigned long id, unsigned int dsid) override;
   std::vector<std::pair<DataSelection, unsigned long>> selections() override;
   Statistics statistics() override;
+  Woken waitForMore(unsigned int dsid, unsigned long after, const Listener& listener) override;
 
  protected:
   virtual const EventSystemHost::Host& openedHost() const = 0;
@@ -36,6 +38,7 @@ class HostReading : public Interface {
 
  private:
   std::unique_ptr<QueueReader> m_reader;
+  std::unique_ptr<ChangeWatch> m_watch;
 };
 
 extern template class HostReading<ReadableQueues>;
@@ -57,10 +60,9 @@ class DirectQueues : public HostReading<WritableQueues> {
  public:
   explicit DirectQueues(OpenHost host) : m_host(std::move(host)) {}
 
-  Destination destination(unsigned int dsid) override;
+  Destination destination(unsigned int dsid, bool exact) override;
   std::size_t eventsAtOnce() const override { return 1; }
-  StoreOutcome store(std::span<const std::unique_ptr<EventSystem::Event>> events,
-                     unsigned int dsid) override;
+  StoreOutcome store(Events events, unsigned int dsid) override;
   std::optional<EventView> next(unsigned long after, unsigned int dsid) override;
   bool remove(unsigned long id, unsigned int dsid) override;
   void discard(unsigned long id, unsigned int dsid) override;

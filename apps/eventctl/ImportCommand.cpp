@@ -77,7 +77,7 @@ class Importer {
   }
 
   void importLine(const std::string& line) {
-    ImportedEvent imported = m_lines.read(line);
+    ImportedEvent imported = read(line);
     if (!imported.problem.empty()) return refuseLine(imported.problem);
     if (imported.dsid != m_batch.dsid) storeBatch();
     m_batch.dsid = imported.dsid;
@@ -85,6 +85,15 @@ class Importer {
     m_batch.lines.push_back(m_number);
     const std::size_t most = m_options.acknowledge ? 1 : m_queues->eventsAtOnce();
     if (m_batch.events.size() >= most) storeBatch();
+  }
+
+  // Where exactly an event will be matters to few.
+  ImportedEvent read(const std::string& line) {
+    m_exact = false;
+    ImportedEvent imported = m_lines.read(line);
+    if (imported.problem.empty()) return imported;
+    m_exact = true;
+    return m_lines.read(line);
   }
 
   bool exists(unsigned int dsid) {
@@ -127,8 +136,10 @@ class Importer {
   void noteStored(unsigned long line, unsigned int dsid, unsigned long id) {
     ++m_imported;
     m_failures = 0;
-    Destination& next = m_next.at(isGlobalQueue(dsid));
-    if (next.isDatabase) next.id = id + 1;
+    for (const bool exact : {false, true}) {
+      const auto next = m_next.find({isGlobalQueue(dsid), exact});
+      if (next != m_next.end() && next->second.isDatabase) next->second.id = id + 1;
+    }
     if (m_options.acknowledge) acknowledge(line, dsid, id);
   }
 
@@ -147,8 +158,8 @@ class Importer {
 
   // Ids are drawn from two sequences: of the global queue, and of all data selections.
   Destination destination(unsigned int dsid) {
-    const auto [known, isNew] = m_next.try_emplace(isGlobalQueue(dsid));
-    if (isNew) known->second = m_queues->destination(dsid);
+    const auto [known, isNew] = m_next.try_emplace({isGlobalQueue(dsid), m_exact});
+    if (isNew) known->second = m_queues->destination(dsid, m_exact);
     Destination next = known->second;
     next.dsid = dsid;
     const bool sameSequence = isGlobalQueue(m_batch.dsid) == isGlobalQueue(dsid);
@@ -196,7 +207,9 @@ class Importer {
   ProgressBar m_progress;
   ImportLines m_lines;
   std::map<unsigned int, bool> m_known;  // data selections asked for
-  std::map<bool, Destination> m_next;    // of the global queue, and of all others
+  // Of the global queue and of all others, exact ones and not.
+  std::map<std::pair<bool, bool>, Destination> m_next;
+  bool m_exact = false;
   Batch m_batch;
   unsigned long m_number = 0;  // of the current line
   unsigned long m_lastTried = 0;

@@ -2,6 +2,8 @@
 
 #include "apps/common/Failure.h"
 #include "apps/common/QueueNames.h"
+#include "apps/eventctl/DaemonAddress.h"
+#include "apps/eventctl/DaemonQueues.h"
 #include "apps/eventctl/DirectQueues.h"
 
 namespace EventApps {
@@ -11,10 +13,12 @@ void ReadableQueues::requireQueue(unsigned int dsid) {
 }
 
 std::unique_ptr<ReadableQueues> openToRead(const GlobalOptions& options) {
+  if (const auto daemon = findDaemon(options)) return std::make_unique<DaemonQueues>(*daemon);
   return std::make_unique<DirectReader>(options);
 }
 
 std::unique_ptr<WritableQueues> openToWrite(const GlobalOptions& options) {
+  if (const auto daemon = findDaemon(options)) return std::make_unique<DaemonQueues>(*daemon);
   return std::make_unique<DirectQueues>(openWriter(options));
 }
 

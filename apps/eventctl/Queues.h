@@ -22,6 +22,7 @@
 #include "apps/common/EventLimits.h"
 #include "apps/common/EventView.h"
 #include "apps/eventctl/CommandLine.h"
+#include "apps/eventctl/Listener.h"
 #include "apps/eventctl/Statistics.h"
 
 namespace EventApps {
@@ -53,29 +54,35 @@ class ReadableQueues {
   virtual std::vector<std::pair<DataSelection, unsigned long>> selections() = 0;
 
   virtual Statistics statistics() = 0;
+
+  // Returns when the queue may have an event above `after`, when `listener` says so, or after a
+  // while.
+  virtual Woken waitForMore(unsigned int dsid, unsigned long after, const Listener& listener) = 0;
 };
 
 // What came of a call to store events: the ids of the first ones, which are stored, and why the one
-// behind them is not; those after it were not tried.
+// behind them is not; those after it were not tried. Without a refusal, too, some may be left.
 struct StoreOutcome {
   enum class Refusal { kNone, kFull, kRejected, kFailed };
 
-  std::vector<unsigned long> ids;
+  std::vector<unsigned long> ids = {};
   Refusal refusal = Refusal::kNone;
-  std::string reason;
+  std::string reason = {};
 };
 
 class WritableQueues : public ReadableQueues {
  public:
-  // Where the next event of a queue is likely to go.
-  virtual Destination destination(unsigned int dsid) = 0;
+  // Where the next event of a queue is likely to go. What is not exact is easier to find, and takes
+  // no more than the place that it will be.
+  virtual Destination destination(unsigned int dsid, bool exact) = 0;
 
   // How many events a call of store() should have.
   virtual std::size_t eventsAtOnce() const = 0;
 
+  using Events = std::span<const std::unique_ptr<EventSystem::Event>>;
+
   // Stores events in order. They are durable after makeDurable().
-  virtual StoreOutcome store(std::span<const std::unique_ptr<EventSystem::Event>> events,
-                             unsigned int dsid) = 0;
+  virtual StoreOutcome store(Events events, unsigned int dsid) = 0;
 
   // The first event after `after`, or nothing at the end of the queue. Waiting audit records are
   // taken in first; events that cannot be read are removed.

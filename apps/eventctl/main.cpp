@@ -50,6 +50,7 @@ void define(CLI::App& app, CommandLine& line) {
   defineBackup(app, line);
   defineRestore(app, line);
   defineDataSelection(app, line);
+  defineToken(app, line);
   defineDemo(app, line);
   app.footer(
       "The options above work before and after every command. Exit status: 0 done,\n"

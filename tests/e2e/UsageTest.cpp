@@ -46,6 +46,10 @@ const std::vector<Arguments> kCommands = {
     {"dataselection", "add"},
     {"dataselection", "list"},
     {"dataselection", "remove"},
+    {"token"},
+    {"token", "add"},
+    {"token", "list"},
+    {"token", "remove"},
     {"demo"},
 };
 
