@@ -153,7 +153,8 @@ std::filesystem::path defaultHome() {
 
 HostConfiguration effectiveConfiguration(const HostOptions& options) {
   const std::filesystem::path home = options.home.empty() ? defaultHome() : options.home;
-  HostConfiguration configuration = loadConfiguration(std::filesystem::absolute(home));
+  HostConfiguration configuration =
+      loadConfiguration(std::filesystem::absolute(home), options.durability);
   if (options.access != Access::kReadWrite) {
     configuration.logFile = "-";
     configuration.logLevel = std::min(configuration.logLevel, LogLevel::kWarning);

@@ -52,6 +52,8 @@ struct HostOptions {
   // unless set here, its log is standard error, with warnings and errors only.
   std::optional<LogLevel> logLevel;
   std::optional<std::filesystem::path> logFile;  // "-" is standard error
+  // In force unless [database] of host.ini says another.
+  Durability durability = Durability::kStrict;
 };
 
 // $XDG_STATE_HOME/eventsystem, or ~/.local/state/eventsystem where that is not set.

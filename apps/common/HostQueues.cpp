@@ -41,7 +41,7 @@ std::unique_ptr<EventSystem::Event> HostQueues::next(unsigned long afterId, unsi
 void HostQueues::remove(unsigned long id, unsigned int dsid) {
   m_manager.deleteEvent(id, dsid);
   if (isClustered() ? m_host->lastClusterCall().failure.empty()
-                    : !DatabaseQueueReader().find(id, dsid)) {
+                    : !DatabaseQueueReader().has(id, dsid)) {
     return;
   }
   throw Failure("event " + std::to_string(id) + " could not be deleted from " + queueName(dsid) +

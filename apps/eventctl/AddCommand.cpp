@@ -1,6 +1,5 @@
 // `eventctl add KIND --field value...`: puts one event into a queue.
 
-#include <ctime>
 #include <memory>
 #include <string>
 #include <utility>
@@ -20,27 +19,15 @@
 namespace EventApps {
 namespace {
 
-// A KelpEvent carries one of two fields, by its issue.
-void requireIssueField(const FieldTexts& texts) {
-  const bool isFileGroup = texts.at("issue") == "3";
-  const char* const needed = isFileGroup ? "file_group" : "issue_duration";
-  const char* const unwritten = isFileGroup ? "issue_duration" : "file_group";
-  const EventKind& kind = *kindOf(EventSystem::kKelpEvent);
+void requireIssueField(const EventKind& kind, const FieldTexts& texts) {
+  const IssueFields fields = issueFields(kind, texts);
+  if (fields.needed == nullptr) return;
   const std::string issue = "--issue " + texts.at("issue");
-  if (!texts.contains(needed)) {
-    throw CLI::ValidationError(findField(kind, needed)->option, "is required with " + issue);
+  if (!texts.contains(fields.needed->key)) {
+    throw CLI::ValidationError(fields.needed->option, "is required with " + issue);
   }
-  if (texts.contains(unwritten)) {
-    throw CLI::ValidationError(findField(kind, unwritten)->option,
-                               "is not carried by an event with " + issue);
-  }
-}
-
-void fillDefaults(const EventKind& kind, FieldTexts& texts) {
-  for (const Field& field : kind.fields) {
-    if (texts.contains(field.key)) continue;
-    if (field.presence == Presence::kDefault) texts[field.key] = field.fallback;
-    if (field.presence == Presence::kNow) texts[field.key] = std::to_string(std::time(nullptr));
+  if (texts.contains(fields.lost->key)) {
+    throw CLI::ValidationError(fields.lost->option, "is not carried by an event with " + issue);
   }
 }
 
@@ -110,7 +97,7 @@ void defineKind(CLI::App& add, CommandLine& line, const EventKind& kind) {
   const auto texts = std::make_shared<FieldTexts>();
   for (const Field& field : kind.fields) defineField(*command, field, texts);
   command->callback([&line, &kind, texts] {
-    if (kind.number == EventSystem::kKelpEvent) requireIssueField(*texts);
+    requireIssueField(kind, *texts);
     fillDefaults(kind, *texts);
     line.run = [&line, &kind, texts] { return runAdd(line.global, kind, *texts); };
   });

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <sys/inotify.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -78,18 +77,6 @@ bool ChangeWatch::concerns(const std::string& name) const {
   return name.starts_with(m_database.filename().string()) ||
          name.starts_with(m_audit.filename().string()) ||
          name == m_audit.parent_path().filename().string();
-}
-
-std::string fileSignature(const std::filesystem::path& database) {
-  std::string signature;
-  for (const char* const suffix : {"", "-wal", "-journal"}) {
-    struct stat status {};
-    if (::stat((database.string() + suffix).c_str(), &status) != 0) continue;
-    signature += suffix + std::to_string(status.st_ino) + ":" + std::to_string(status.st_size) +
-                 ":" + std::to_string(status.st_mtim.tv_sec) + "." +
-                 std::to_string(status.st_mtim.tv_nsec) + ";";
-  }
-  return signature;
 }
 
 }  // namespace EventApps

@@ -39,9 +39,6 @@ class ChangeWatch {
   int m_descriptor;
 };
 
-// What tells whether a database file and its journal were changed: times, sizes and inodes.
-std::string fileSignature(const std::filesystem::path& database);
-
 }  // namespace EventApps
 
 #endif

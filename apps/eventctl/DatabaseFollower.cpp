@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "apps/common/DatabaseQueueReader.h"
+#include "apps/common/FileSignature.h"
 #include "apps/common/Output.h"
 #include "apps/eventctl/DirectQueues.h"
 

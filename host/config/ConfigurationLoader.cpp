@@ -79,6 +79,8 @@ std::vector<KnownEntry> hostEntries(HostConfiguration& to) {
        {"warning", LogLevel::kWarning},
        {"info", LogLevel::kInfo},
        {"trace", LogLevel::kTrace}}};
+  constexpr std::array<std::pair<const char*, LogFormat>, 2> formats = {
+      {{"text", LogFormat::kText}, {"json", LogFormat::kJson}}};
   return {
       {"server", "name", textEntry(to.serverName, kMaxClusterText)},
       {"cluster", "cluster_mode", switchEntry(to.clusterMode)},
@@ -99,6 +101,7 @@ std::vector<KnownEntry> hostEntries(HostConfiguration& to) {
       {"database", "durability", choiceEntry(to.durability, durabilities)},
       {"log", "level", choiceEntry(to.logLevel, levels)},
       {"log", "file", logEntry(to.logFile, to.home)},
+      {"log", "format", choiceEntry(to.logFormat, formats)},
       {"log", "max_bytes",
        numberEntry(to.logMaxBytes, kMinLogBytes, std::numeric_limits<std::size_t>::max() / 2)},
       {"log", "max_files", numberEntry(to.logMaxFiles, std::size_t{1}, kMaxLogFiles)},
@@ -107,8 +110,9 @@ std::vector<KnownEntry> hostEntries(HostConfiguration& to) {
 
 }  // namespace
 
-HostConfiguration loadConfiguration(const std::filesystem::path& home) {
+HostConfiguration loadConfiguration(const std::filesystem::path& home, Durability durability) {
   HostConfiguration configuration;
+  configuration.durability = durability;
   configuration.home = home;
   configuration.hostFile = home / "host.ini";
   configuration.limitsFile = home / "OrbCentral.ini";

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "EventSystem/platform/HostLog.h"
+#include "host/logging/Log.h"
 #include "tests/host/HostFixture.h"
 
 namespace EventSystemTest {
@@ -101,6 +102,54 @@ TEST_F(Log, RotatesAndKeepsTheNumberOfFilesAskedFor) {
   }
   EXPECT_EQ(files, 3);
   EXPECT_NE(log().find("line 99"), std::string::npos);
+}
+
+TEST_F(Log, IsJsonWhenAsked) {
+  startWith("format = json\n");
+  EXPECT_EQ(ErrorA(4, "%s \"read\" event %lu", "here", 7UL), 4);
+  InfoA(-1, "a\\b\n\tc\x01\x7f \xc3\xa4 \xf0\x9f\x98\x80");
+  stop();
+  const std::string time =
+      "\\{\"time\":\"[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9:]{8}\\.[0-9]{3}[+-][0-9]{2}:[0-9]{2}\",";
+  const std::regex lines(
+      time + R"("level":"error","code":4,"message":"here \\"read\\" event 7"\}\n)" + time +
+      R"("level":"info","code":-1,"message":"a\\\\b\\n\\tc\\u0001\\u007f )" +
+      "\xc3\xa4 \xf0\x9f\x98\x80\"\\}\n");
+  EXPECT_TRUE(std::regex_match(log(), lines)) << log();
+}
+
+// What is no UTF-8 would make the line unreadable for those who read it as JSON.
+TEST_F(Log, AsJsonIsUtf8WhateverTheTextHolds) {
+  startWith("format = json\n");
+  const std::string replacement = "\xef\xbf\xbd";
+  for (const char* text : {"<\xff>", "<\x80>", "<\xc0>", "<\xf5>"}) InfoA(0, "%s", text);
+  for (const char* text : {"<\xc3>", "<\xe2\x82>", "<\xed\xa0\x80>"}) InfoA(0, "%s", text);
+  stop();
+  std::string lines = log();
+  std::size_t count = 0;
+  for (std::size_t at = lines.find("<" + replacement); at != std::string::npos;
+       at = lines.find("<" + replacement, at + 1)) {
+    ++count;
+  }
+  EXPECT_EQ(count, 7U) << lines;
+  EXPECT_EQ(lines.find('\xff'), std::string::npos);
+  EXPECT_EQ(lines.find('\xed'), std::string::npos);
+}
+
+TEST_F(Log, AsJsonDoesNotOutliveItsHost) {
+  startWith("format = json\n");
+  stop();
+  testing::internal::CaptureStderr();
+  WarningA(2, "after");
+  EXPECT_NE(testing::internal::GetCapturedStderr().find("warning 2 after"), std::string::npos);
+}
+
+TEST_F(Log, IsThereForOthersOnceFlushed) {
+  startWith("");
+  InfoA(0, "patience");
+  EXPECT_EQ(log().find("patience"), std::string::npos);
+  EventSystemHost::flushLog();
+  EXPECT_NE(log().find("patience"), std::string::npos);
 }
 
 TEST_F(Log, IsPrivateWhateverTheUmaskIs) {
