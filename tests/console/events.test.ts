@@ -89,13 +89,36 @@ test.describe("The list of events", () => {
   });
 
   test("is not told twice what it has", async ({ page, produce, marker, line }) => {
+    await page.getByRole("searchbox").fill(marker);
     await produce.sendLegacy(`${marker} one`);
-    await expect(rowsWith(page, marker)).toHaveCount(1);
+    await expect(rows(page)).toHaveText([/one/]);
     line.cut();
     await expect(page.getByText("interrupted, trying again")).toBeVisible();
     await produce.sendLegacy(`${marker} two`);
     line.mend();
-    await expect(rowsWith(page, marker)).toHaveText([/two/, /one/]);
+    await expect(rows(page)).toHaveText([/two/, /one/]);
+  });
+
+  test("is that of one queue", async ({ page, produce, marker }) => {
+    await produce.addQueue("7");
+    await produce.sendLegacy(`${marker} here`);
+    await produce.sendLegacy(`${marker} there`, "7");
+    await expect(rowsWith(page, marker)).toHaveText([/here/]);
+    await expect(page.getByRole("combobox", { name: "Queue" })).toContainText("7");
+    await page.getByRole("combobox", { name: "Queue" }).selectOption("7");
+    await expect(rowsWith(page, marker)).toHaveText([/there/]);
+    await produce.sendLegacy(`${marker} also there`, "7");
+    await expect(rowsWith(page, marker)).toHaveText([/also there/, /there/]);
+    await rowsWith(page, "also there").click();
+    await expect(page.getByRole("complementary")).toContainText("data selection 7");
+  });
+
+  test("says why the server refuses it", async ({ page, line }) => {
+    const detail = "1000 readers wait already.";
+    await page.route("**/stream*", (route) => route.fulfill({ status: 429, json: { detail } }));
+    line.cut();
+    line.mend();
+    await expect(page.getByText(`interrupted: ${detail}`)).toBeVisible();
   });
 });
 

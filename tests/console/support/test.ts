@@ -24,6 +24,19 @@ export class Producer {
     return (/"ids":\s*\[([^\]]*)\]/.exec(text)?.[1] ?? "").split(",").map((id) => id.trim());
   }
 
+  // A data selection that is there already is good, too.
+  async addQueue(dsid: string): Promise<void> {
+    const response = await fetch(`${this.server.url}/v1/queues/${dsid}`, {
+      method: "PUT",
+      headers: {
+        Authorization: `Bearer ${this.server.admin}`,
+        "Content-Type": "application/json",
+      },
+      body: "{}",
+    });
+    if (!response.ok && response.status !== 409) throw new Error(await response.text());
+  }
+
   async send(kind: string, fields: Record<string, unknown>, dsid = "0"): Promise<string> {
     const [id] = await this.sendText(JSON.stringify({ kind, fields }), dsid);
     return id ?? "";
