@@ -21,6 +21,9 @@ class Descriptor {
     return *this;
   }
 
+  // Hands the descriptor over.
+  int release() { return std::exchange(m_descriptor, -1); }
+
   // -1: none, or closed.
   int get() const { return m_descriptor; }
   void close() {

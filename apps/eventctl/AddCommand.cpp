@@ -6,16 +6,18 @@
 #include <utility>
 
 #include "EventSystem/ResultCode.h"
-#include "apps/eventctl/CommandError.h"
+#include "apps/common/EventKinds.h"
+#include "apps/common/EventLimits.h"
+#include "apps/common/EventView.h"
+#include "apps/common/Failure.h"
+#include "apps/common/Output.h"
+#include "apps/common/QueueNames.h"
+#include "apps/common/StoredForm.h"
 #include "apps/eventctl/Commands.h"
-#include "apps/eventctl/EventKinds.h"
-#include "apps/eventctl/EventLimits.h"
-#include "apps/eventctl/EventView.h"
-#include "apps/eventctl/Output.h"
+#include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/Session.h"
-#include "apps/eventctl/StoredForm.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 // A KelpEvent carries one of two fields, by its issue.
@@ -42,14 +44,14 @@ void fillDefaults(const EventKind& kind, FieldTexts& texts) {
   }
 }
 
-[[noreturn]] void refused(const QueueSession& session, int result, const std::string& queue) {
+[[noreturn]] void refused(QueueSession& session, int result, const std::string& queue) {
   if (result == EventSystem::kStorageLimits) {
-    throw CommandError("the event was refused: " + queue +
-                       " is full; consume or delete events, or raise count_limit in " +
-                       session.limitsFile());
+    throw Failure("the event was refused: " + queue +
+                  " is full; consume or delete events, or raise count_limit in " +
+                  session.queues().limitsFile());
   }
-  throw CommandError("the event was not stored (result " + std::to_string(result) + "); " +
-                     session.whyFailed());
+  throw Failure("the event was not stored (result " + std::to_string(result) + "); " +
+                session.queues().whyFailed());
 }
 
 void printAdded(const GlobalOptions& options, EventSystem::Event& event, unsigned long id) {
@@ -67,17 +69,17 @@ void printAdded(const GlobalOptions& options, EventSystem::Event& event, unsigne
 int runAdd(const GlobalOptions& options, const EventKind& kind, const FieldTexts& texts) {
   const auto event = kind.build(texts);
   QueueSession session(options);
-  const std::string problem = whyNotStorable(*event, session.destination(options.dsid));
-  if (!problem.empty()) throw CommandError("the event was refused: " + problem);
+  const std::string problem = whyNotStorable(*event, session.queues().destination(options.dsid));
+  if (!problem.empty()) throw Failure("the event was refused: " + problem);
   unsigned long id = 0;
-  const int result = session.store(*event, options.dsid, id);
+  const int result = session.queues().store(*event, options.dsid, id);
   if (result != 0) refused(session, result, queueName(options.dsid));
-  session.makeDurable();
+  session.queues().makeDurable();
   try {
     printAdded(options, *event, id);
   } catch (const OutputError& error) {
-    throw CommandError("event " + std::to_string(id) + " was stored in " + queueName(options.dsid) +
-                       ", but its id could not be printed: " + error.what());
+    throw Failure("event " + std::to_string(id) + " was stored in " + queueName(options.dsid) +
+                  ", but its id could not be printed: " + error.what());
   }
   return kDone;
 }
@@ -116,4 +118,4 @@ void defineAdd(CLI::App& app, CommandLine& line) {
   for (const EventKind& kind : eventKinds()) defineKind(*add, line, kind);
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

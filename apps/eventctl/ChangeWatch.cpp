@@ -13,7 +13,7 @@
 #include <cstring>
 #include <system_error>
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 constexpr std::uint32_t kChanges = IN_CREATE | IN_MODIFY | IN_CLOSE_WRITE | IN_MOVED_TO | IN_DELETE;
@@ -98,4 +98,4 @@ std::string fileSignature(const std::filesystem::path& database) {
   return signature;
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

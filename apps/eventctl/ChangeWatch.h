@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <string>
 
-namespace EventCtl {
+namespace EventApps {
 
 class ChangeWatch {
  public:
@@ -43,6 +43,6 @@ class ChangeWatch {
 // What tells whether a database file and its journal were changed: times, sizes and inodes.
 std::string fileSignature(const std::filesystem::path& database);
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

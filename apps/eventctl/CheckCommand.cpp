@@ -1,35 +1,23 @@
 // `eventctl check`: looks for damage in the queues, repairs it, and shows what was found.
 
-#include <algorithm>
-#include <cstdio>
 #include <memory>
-#include <set>
 #include <string>
-#include <vector>
 
-#include "EventSystem/platform/HostConfig.h"
-#include "apps/eventctl/CommandError.h"
+#include "apps/common/Display.h"
+#include "apps/common/EventView.h"
+#include "apps/common/Failure.h"
+#include "apps/common/Output.h"
+#include "apps/common/QueueCheck.h"
+#include "apps/common/Table.h"
 #include "apps/eventctl/Commands.h"
-#include "apps/eventctl/DatabaseQueueReader.h"
-#include "apps/eventctl/Display.h"
-#include "apps/eventctl/EventView.h"
+#include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/LogCapture.h"
-#include "apps/eventctl/Output.h"
 #include "apps/eventctl/Session.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 using EventSystemHost::Access;
-
-// The manager's summary of a check, or 0 for any other line.
-int countOfSummary(const LogLine& line) {
-  int count = 0;
-  const bool isSummary =
-      line.message.find(" issues were found that were unable to be fixed for ") !=
-      std::string::npos;
-  return isSummary && std::sscanf(line.message.c_str(), "%d", &count) == 1 ? count : 0;
-}
 
 class Check {
  public:
@@ -41,81 +29,19 @@ class Check {
     options.logLevel = EventSystemHost::LogLevel::kWarning;
     {
       QueueSession session(openHost(options, m_global.wait));
-      m_clustered = session.isClustered();
-      if (m_fix) repair(session);
-      note(m_log.take());
-      inspect(session);
-      session.makeDurable();
+      m_report = QueueCheck(
+                     session.queues(), [this] { return m_log.take(); }, m_fix)
+                     .run();
     }
-    note(m_log.take());
+    for (const LogLine& line : m_log.take()) m_report.findings.push_back(line);  // of its end
     print();
-    return m_remaining == 0 ? kDone : kFailed;
+    if (m_report.result != 0) {
+      throw Failure("the check ended early (result " + std::to_string(m_report.result) + ")");
+    }
+    return m_report.remaining == 0 ? kDone : kFailed;
   }
 
  private:
-  // Reading an event string that cannot be read removes its row; a check alone only counts it.
-  void repair(QueueSession& session) {
-    require(session.manager().checkConsistency(true));
-    if (m_clustered) return;
-    std::set<unsigned int> queues = {0};
-    DatabaseQueueReader().forEachOfDataSelections([&](const EventView& event) {
-      if (QMDSIDValidate(event.dsid) != 0) queues.insert(event.dsid);
-      return true;
-    });
-    for (const unsigned int dsid : queues) {
-      unsigned long after = 0;
-      while (const auto event = session.next(after, dsid)) after = event->getId();
-    }
-  }
-
-  void inspect(QueueSession& session) {
-    require(session.manager().checkConsistency(false));
-    const std::vector<LogLine> unreadable = readEverything();
-    const auto lines = m_log.take();
-    for (const LogLine& line : lines) m_remaining += countOfSummary(line);
-    note(lines);
-    // The check of the cluster stores is not about the database.
-    if (!m_clustered) return;
-    m_remaining += static_cast<int>(unreadable.size());
-    note(unreadable);
-  }
-
-  // The manager reads no more of the tables than it needs; damage shows where something is read.
-  // What is wrong with single rows is returned.
-  static std::vector<LogLine> readEverything() {
-    const DatabaseQueueReader reader;
-    std::vector<LogLine> found;
-    const auto look = [&](const EventView& event) {
-      if (event.problem.empty()) return true;
-      found.push_back({"error", 4,
-                       "event " + std::to_string(event.id) + " in the database's rows of " +
-                           queueName(event.dsid) + ": " + event.problem});
-      return true;
-    };
-    reader.forEach(0, 0, look);
-    reader.forEachOfDataSelections(look);
-    for (const DataSelection& selection : dataSelections()) reader.highestId(selection.id);
-    reader.highestId(0);
-    return found;
-  }
-
-  void require(int result) {
-    if (result == 0) return;
-    note(m_log.take());
-    print();
-    throw CommandError("the check ended early (result " + std::to_string(result) + ")");
-  }
-
-  // A problem that stays is logged by every check.
-  void note(const std::vector<LogLine>& lines) {
-    for (const LogLine& line : lines) {
-      if (countOfSummary(line) > 0) continue;
-      if (std::find(m_findings.begin(), m_findings.end(), line) == m_findings.end()) {
-        m_findings.push_back(line);
-      }
-    }
-  }
-
   void print() const {
     if (m_global.json) {
       printJson();
@@ -126,13 +52,7 @@ class Check {
   }
 
   void printJson() const {
-    auto findings = nlohmann::ordered_json::array();
-    for (const LogLine& line : m_findings) {
-      findings.push_back({{"level", line.level}, {"code", line.code}, {"message", line.message}});
-    }
-    nlohmann::ordered_json object = {
-        {"fix", m_fix}, {"findings", findings}, {"remaining", m_remaining}};
-    if (m_clustered) object["checked"] = "database";
+    nlohmann::ordered_json object = jsonOf(m_report);
     if (const std::string damage = damageMet(); !damage.empty()) object["damage"] = damage;
     standardOutput().line(jsonLine(object));
   }
@@ -140,7 +60,7 @@ class Check {
   void printText() const {
     constexpr std::size_t kIndent = 2;
     Output& output = standardOutput();
-    for (const LogLine& line : m_findings) {
+    for (const LogLine& line : m_report.findings) {
       const std::string level =
           styled(output, line.level == "error" ? Style::kRed : Style::kBold, line.level);
       output.line(level + " " + std::to_string(line.code));
@@ -149,7 +69,7 @@ class Check {
         output.line(std::string(kIndent, ' ') + part);
       }
     }
-    if (m_clustered) {
+    if (m_report.clustered) {
       output.line(
           "The queues are at the cluster service and need no check. Of the database, their");
       output.line("fall-back copy:");
@@ -159,23 +79,21 @@ class Check {
 
   std::string verdict() const {
     if (!damageMet().empty()) return "The database is damaged, and cannot be repaired here.";
-    if (m_remaining > 0) {
+    if (m_report.remaining > 0) {
       const char* const advice =
-          m_clustered
+          m_report.clustered
               ? "; with cluster_mode = 0, eventctl check --fix repairs what can be repaired."
           : m_fix ? "."
                   : "; eventctl check --fix repairs what can be repaired.";
-      return std::to_string(m_remaining) + " found and not repaired" + advice;
+      return std::to_string(m_report.remaining) + " found and not repaired" + advice;
     }
-    return m_findings.empty() ? "No problems found." : "Repaired; no problems remain.";
+    return m_report.findings.empty() ? "No problems found." : "Repaired; no problems remain.";
   }
 
   const GlobalOptions& m_global;
   bool m_fix;
   LogCapture m_log;
-  std::vector<LogLine> m_findings;
-  int m_remaining = 0;
-  bool m_clustered = false;
+  CheckReport m_report;
 };
 
 }  // namespace
@@ -196,4 +114,4 @@ void defineCheck(CLI::App& app, CommandLine& line) {
       [&line, fix] { line.run = [&line, fix] { return Check(line.global, *fix).run(); }; });
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

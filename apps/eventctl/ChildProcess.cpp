@@ -8,9 +8,9 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "apps/eventctl/CommandError.h"
+#include "apps/common/Failure.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 using EtcdNodes::Descriptor;
@@ -19,7 +19,7 @@ struct Pipe {
   Pipe() {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
-      throw CommandError(std::string("cannot make a pipe: ") + std::strerror(errno));
+      throw Failure(std::string("cannot make a pipe: ") + std::strerror(errno));
     }
     reader = Descriptor(ends[0]);
     writer = Descriptor(ends[1]);
@@ -50,7 +50,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments, const Chil
   try {
     m_process = EtcdNodes::Subprocess(command, surroundings);
   } catch (const std::runtime_error& error) {
-    throw CommandError("cannot start " + command[0] + ": " + error.what());
+    throw Failure("cannot start " + command[0] + ": " + error.what());
   }
   m_output = withoutWaiting(std::move(output.reader));
   if (options.takesInput) m_input = withoutWaiting(std::move(input.writer));
@@ -83,7 +83,7 @@ std::size_t ChildProcess::write(std::string_view text) {
 
 int ChildProcess::wait() {
   const int status = m_process.wait();
-  if (status < 0) throw CommandError("eventctl ended by signal " + std::to_string(-status));
+  if (status < 0) throw Failure("eventctl ended by signal " + std::to_string(-status));
   return status;
 }
 
@@ -94,9 +94,9 @@ int runSelf(const std::vector<std::string>& arguments, const ChildOptions& optio
     std::array<pollfd, 2> waits = {{{.fd = child.output(), .events = POLLIN, .revents = 0},
                                     {.fd = stop, .events = POLLIN, .revents = 0}}};
     ::poll(waits.data(), waits.size(), -1);
-    if (waits[1].revents != 0) throw CommandError("interrupted");
+    if (waits[1].revents != 0) throw Failure("interrupted");
   } while (child.readLines(take));
   return child.wait();
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

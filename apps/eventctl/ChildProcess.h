@@ -14,7 +14,7 @@
 #include "apps/etcd_nodes/Descriptor.h"
 #include "apps/etcd_nodes/Subprocess.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 struct ChildOptions {
   std::filesystem::path directory = {};       // where it runs
@@ -27,7 +27,7 @@ class ChildProcess {
  public:
   using TakeLine = std::function<void(const std::string&)>;
 
-  // Throws CommandError when it cannot be started.
+  // Throws Failure when it cannot be started.
   ChildProcess(const std::vector<std::string>& arguments, const ChildOptions& options);
 
   // Becomes readable when the child has written to standard output or standard error, or ended.
@@ -41,7 +41,7 @@ class ChildProcess {
   std::size_t write(std::string_view text);
   void closeInput() { m_input.close(); }
 
-  // Waits for its end: the exit status. Throws CommandError when a signal ended it.
+  // Waits for its end: the exit status. Throws Failure when a signal ended it.
   int wait();
 
  private:
@@ -52,11 +52,11 @@ class ChildProcess {
 };
 
 // Runs eventctl to its end, and hands every line that it writes to `take`. Returns its exit status.
-// Throws CommandError when it cannot be started, when a signal ends it, and, the child killed, when
+// Throws Failure when it cannot be started, when a signal ends it, and, the child killed, when
 // the descriptor `stop` becomes readable.
 int runSelf(const std::vector<std::string>& arguments, const ChildOptions& options,
             const ChildProcess::TakeLine& take, int stop);
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

@@ -7,9 +7,10 @@
 #include <chrono>
 #include <utility>
 
-#include "apps/eventctl/CommandError.h"
+#include "apps/common/Failure.h"
+#include "apps/common/Output.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 constexpr std::chrono::milliseconds kInterval(250);
@@ -50,7 +51,7 @@ void ClusterFollower::round(QueueSession& session) {
       m_drainedTo = highest;
     }
     if (std::exchange(m_failing, false)) complain("the cluster service answers again");
-  } catch (const CommandError& problem) {
+  } catch (const Failure& problem) {
     tell(problem.what());
   }
 }
@@ -71,4 +72,4 @@ bool ClusterFollower::wait() const {
   throw readerHasGone();
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

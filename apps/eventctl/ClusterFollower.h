@@ -10,11 +10,11 @@
 #include <optional>
 #include <string>
 
-#include "apps/eventctl/ClusterQueueReader.h"
+#include "apps/common/ClusterQueueReader.h"
 #include "apps/eventctl/Consumer.h"
 #include "apps/eventctl/StopSignals.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 class ClusterFollower {
  public:
@@ -40,6 +40,6 @@ class ClusterFollower {
   bool m_failing = false;
 };
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

@@ -5,10 +5,10 @@
 #include <cstdio>
 #include <string>
 
-#include "apps/eventctl/Display.h"
-#include "apps/eventctl/Table.h"
+#include "apps/common/Display.h"
+#include "apps/common/Table.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 using EventSystemHost::ClusterMember;
@@ -33,18 +33,6 @@ std::string ofQuota(std::int64_t bytes, std::int64_t quota) {
   return displayBytes(bytes) + percent.data();
 }
 
-nlohmann::ordered_json jsonOfMember(const ClusterMember& member) {
-  return {{"endpoint", member.endpoint},
-          {"reachable", member.reachable},
-          {"failure", member.failure},
-          {"name", member.name},
-          {"version", member.version},
-          {"leader", member.leader},
-          {"databaseBytes", member.databaseBytes},
-          {"databaseBytesInUse", member.databaseBytesInUse},
-          {"quotaBytes", member.quotaBytes}};
-}
-
 std::vector<std::string> rowOf(const ClusterMember& member) {
   const std::string endpoint = displayText(member.endpoint);
   if (!member.reachable) {
@@ -60,12 +48,6 @@ std::vector<std::string> rowOf(const ClusterMember& member) {
 }
 
 }  // namespace
-
-nlohmann::ordered_json jsonOfCluster(const ClusterReport& report) {
-  auto members = nlohmann::ordered_json::array();
-  for (const ClusterMember& member : report.members) members.push_back(jsonOfMember(member));
-  return {{"members", members}, {"alarms", report.alarms}, {"failure", report.failure}};
-}
 
 void printCluster(Output& output, const ClusterReport& report) {
   Table table(output,
@@ -85,4 +67,4 @@ void printCluster(Output& output, const ClusterReport& report) {
   }
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

@@ -5,18 +5,14 @@
 #ifndef EVENTSYSTEM_APPS_EVENTCTL_CLUSTERSTATS_H
 #define EVENTSYSTEM_APPS_EVENTCTL_CLUSTERSTATS_H
 
-#include <nlohmann/json.hpp>
-
-#include "apps/eventctl/Output.h"
+#include "apps/common/Output.h"
 #include "host/cluster/ClusterReport.h"
 
-namespace EventCtl {
-
-nlohmann::ordered_json jsonOfCluster(const EventSystemHost::ClusterReport& report);
+namespace EventApps {
 
 // The members, one a row, and the alarms.
 void printCluster(Output& output, const EventSystemHost::ClusterReport& report);
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

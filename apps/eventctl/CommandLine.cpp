@@ -7,7 +7,7 @@
 
 #include "apps/eventctl/NumberOption.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 using EventSystemHost::LogLevel;
@@ -71,4 +71,4 @@ CLI::App* defineCommand(CLI::App& parent, const char* name, const char* descript
   return command;
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

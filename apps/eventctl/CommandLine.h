@@ -14,7 +14,7 @@
 
 #include "host/config/HostConfiguration.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 struct GlobalOptions {
   std::filesystem::path home;  // empty: the host's default
@@ -37,6 +37,6 @@ void defineGlobalOptions(CLI::App& app, GlobalOptions& options);
 CLI::App* defineCommand(CLI::App& parent, const char* name, const char* description,
                         const std::string& example);
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

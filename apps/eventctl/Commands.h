@@ -8,7 +8,7 @@
 
 #include "apps/eventctl/CommandLine.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 void defineAdd(CLI::App& app, CommandLine& line);
 void defineImport(CLI::App& app, CommandLine& line);
@@ -22,6 +22,6 @@ void defineCheck(CLI::App& app, CommandLine& line);
 void defineDataSelection(CLI::App& app, CommandLine& line);
 void defineDemo(CLI::App& app, CommandLine& line);
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

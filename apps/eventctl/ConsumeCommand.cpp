@@ -5,18 +5,20 @@
 #include <string>
 #include <utility>
 
+#include "apps/common/EventView.h"
+#include "apps/common/Output.h"
+#include "apps/common/QueueNames.h"
 #include "apps/eventctl/ClusterFollower.h"
-#include "apps/eventctl/CommandError.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/Consumer.h"
 #include "apps/eventctl/DatabaseFollower.h"
-#include "apps/eventctl/EventView.h"
+#include "apps/eventctl/EventTable.h"
+#include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/NumberOption.h"
-#include "apps/eventctl/Output.h"
 #include "apps/eventctl/Session.h"
 #include "apps/eventctl/StopSignals.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 int consumeOnce(const GlobalOptions& global, const ConsumeOptions& options) {
@@ -81,4 +83,4 @@ void defineConsume(CLI::App& app, CommandLine& line) {
   });
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

@@ -1,6 +1,8 @@
 #include "apps/eventctl/Consumer.h"
 
-namespace EventCtl {
+#include "apps/eventctl/EventTable.h"
+
+namespace EventApps {
 
 Consumer::Consumer(const GlobalOptions& global, const ConsumeOptions& options)
     : m_global(global), m_options(options), m_table(eventTable(m_output, Overflow::kWrap)) {}
@@ -8,14 +10,14 @@ Consumer::Consumer(const GlobalOptions& global, const ConsumeOptions& options)
 void Consumer::drain(QueueSession& session, const StopAsked& stop) {
   finishPrinted(session);
   while (!reachedLimit() && !stop()) {
-    const auto event = session.next(m_after, m_global.dsid);
+    const auto event = session.queues().next(m_after, m_global.dsid);
     if (!event) break;
     print(*event);
     m_printed = event->getId();
     ++m_count;
     finishPrinted(session);
   }
-  session.makeDurable();
+  session.queues().makeDurable();
 }
 
 // Until this returns, the event is not known to have been handed over.
@@ -34,9 +36,9 @@ void Consumer::finishPrinted(QueueSession& session) {
   if (m_options.keep) {
     m_after = m_printed;
   } else {
-    session.remove(m_printed, m_global.dsid);
+    session.queues().remove(m_printed, m_global.dsid);
   }
   m_printed = 0;
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

@@ -5,12 +5,13 @@
 #ifndef EVENTSYSTEM_APPS_EVENTCTL_CONSUMER_H
 #define EVENTSYSTEM_APPS_EVENTCTL_CONSUMER_H
 
+#include "apps/common/EventView.h"
+#include "apps/common/Output.h"
+#include "apps/common/Table.h"
 #include "apps/eventctl/CommandLine.h"
-#include "apps/eventctl/EventView.h"
-#include "apps/eventctl/Output.h"
 #include "apps/eventctl/Session.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 struct ConsumeOptions {
   unsigned long limit = 0;  // 0: no limit
@@ -44,6 +45,6 @@ class Consumer {
   unsigned long m_printed = 0;  // the event that is printed and not deleted yet
 };
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

@@ -3,9 +3,10 @@
 #include <chrono>
 #include <utility>
 
-#include "apps/eventctl/DatabaseQueueReader.h"
+#include "apps/common/DatabaseQueueReader.h"
+#include "apps/common/Output.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 using EventSystemHost::Access;
 
@@ -62,4 +63,4 @@ bool DatabaseFollower::hasMore() const {
   return DatabaseQueueReader().highestRowId(m_global.dsid) > m_leftOver;
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

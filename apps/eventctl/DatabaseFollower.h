@@ -13,7 +13,7 @@
 #include "apps/eventctl/Consumer.h"
 #include "apps/eventctl/StopSignals.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 class DatabaseFollower {
  public:
@@ -40,6 +40,6 @@ class DatabaseFollower {
   unsigned long m_leftOver = 0;
 };
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

@@ -4,15 +4,17 @@
 #include <string>
 #include <vector>
 
-#include "apps/eventctl/CommandError.h"
+#include "apps/common/EventView.h"
+#include "apps/common/Failure.h"
+#include "apps/common/Output.h"
+#include "apps/common/QueueNames.h"
+#include "apps/common/QueueReader.h"
 #include "apps/eventctl/Commands.h"
-#include "apps/eventctl/EventView.h"
+#include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/NumberOption.h"
-#include "apps/eventctl/Output.h"
-#include "apps/eventctl/QueueReader.h"
 #include "apps/eventctl/Session.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 using Ids = std::vector<unsigned long>;
@@ -20,10 +22,10 @@ using Ids = std::vector<unsigned long>;
 // A session is content with the service's word that it has deleted an event. This command looks.
 void removeForSure(QueueSession& session, const QueueReader& reader, unsigned long id,
                    unsigned int dsid) {
-  session.remove(id, dsid);
+  session.queues().remove(id, dsid);
   if (!reader.find(id, dsid)) return;
-  throw CommandError("event " + std::to_string(id) + " is still in " + queueName(dsid) +
-                     " after it was deleted");
+  throw Failure("event " + std::to_string(id) + " is still in " + queueName(dsid) +
+                " after it was deleted");
 }
 
 void printDeleted(const GlobalOptions& global, unsigned long id) {
@@ -48,7 +50,7 @@ int runDelete(const GlobalOptions& global, const Ids& ids) {
     removeForSure(session, *reader, id, global.dsid);
     printDeleted(global, id);
   }
-  session.makeDurable();
+  session.queues().makeDurable();
   standardOutput().flush();
   return status;
 }
@@ -76,4 +78,4 @@ void defineDelete(CLI::App& app, CommandLine& line) {
       [&line, ids] { line.run = [&line, ids] { return runDelete(line.global, *ids); }; });
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

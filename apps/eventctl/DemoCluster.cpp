@@ -7,19 +7,20 @@
 #include <string>
 #include <vector>
 
+#include "apps/common/Display.h"
+#include "apps/common/Failure.h"
+#include "apps/common/Table.h"
 #include "apps/etcd_nodes/NodeGroup.h"
-#include "apps/eventctl/CommandError.h"
 #include "apps/eventctl/DemoHome.h"
 #include "apps/eventctl/DemoMembers.h"
 #include "apps/eventctl/DemoProof.h"
 #include "apps/eventctl/DemoStage.h"
 #include "apps/eventctl/DemoTraffic.h"
-#include "apps/eventctl/Display.h"
+#include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/StopSignals.h"
-#include "apps/eventctl/Table.h"
 #include "host/Host.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 using nlohmann::json;
@@ -52,7 +53,7 @@ EtcdNodes::NodeGroup makeNodes(const std::filesystem::path& directory) {
   try {
     return EtcdNodes::NodeGroup(options);
   } catch (const std::runtime_error& error) {
-    throw CommandError(error.what());
+    throw Failure(error.what());
   }
 }
 
@@ -160,9 +161,9 @@ void ClusterTour::waitForMembers() {
   while (!members.allReachable() || members.leader() < 0) {
     for (int node = 0; node < m_nodes.size(); ++node) {
       if (m_nodes.running(node)) continue;
-      throw CommandError(m_nodes.name(node) + " has ended: " + m_nodes.lastWords(node));
+      throw Failure(m_nodes.name(node) + " has ended: " + m_nodes.lastWords(node));
     }
-    if (std::chrono::steady_clock::now() > end) throw CommandError("the etcd nodes do not serve");
+    if (std::chrono::steady_clock::now() > end) throw Failure("the etcd nodes do not serve");
     members = DemoMembers(m_stage.ask(inHome(DemoHome::hosts().front(), {"stats", "--json"})));
   }
 }
@@ -252,10 +253,10 @@ std::vector<DemoFound> ClusterTour::readQueue(unsigned int dsid) {
       m_stage.run(inHome(home, {"list", "--json", "--dsid", std::to_string(dsid)}),
                   [&](const std::string& line) {
                     const json event = json::parse(line, nullptr, false);
-                    if (!event.is_object()) throw CommandError("the queue cannot be read: " + line);
+                    if (!event.is_object()) throw Failure("the queue cannot be read: " + line);
                     found.push_back({event["id"].get<unsigned long>(), event["eventString"]});
                   });
-  if (status != kDone) throw CommandError("the queue cannot be read");
+  if (status != kDone) throw Failure("the queue cannot be read");
   return found;
 }
 
@@ -359,4 +360,4 @@ int runDemoCluster(const DemoClusterOptions& options) {
   return ClusterTour(chosen).run();
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

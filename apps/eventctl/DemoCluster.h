@@ -7,16 +7,16 @@
 
 #include <filesystem>
 
-namespace EventCtl {
+namespace EventApps {
 
 struct DemoClusterOptions {
   std::filesystem::path home;  // empty: in the host's default home
   bool keep = false;           // the directory, with all that is in it
 };
 
-// Runs the tour: its exit status. Throws CommandError.
+// Runs the tour: its exit status. Throws Failure.
 int runDemoCluster(const DemoClusterOptions& options);
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

@@ -9,17 +9,18 @@
 #include <system_error>
 #include <vector>
 
-#include "apps/eventctl/CommandError.h"
+#include "apps/common/Display.h"
+#include "apps/common/Failure.h"
+#include "apps/common/Numbers.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/DemoCluster.h"
 #include "apps/eventctl/DemoDamage.h"
 #include "apps/eventctl/DemoStage.h"
-#include "apps/eventctl/Display.h"
-#include "apps/eventctl/Numbers.h"
+#include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/StopSignals.h"
 #include "apps/eventctl/TemporaryDirectory.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 namespace fs = std::filesystem;
@@ -65,7 +66,7 @@ class Demo {
   explicit Demo(const fs::path& events) {
     std::error_code error;
     fs::copy_file(events, m_directory.path() / "day.events", error);
-    if (error) throw CommandError("cannot read " + events.string() + ": " + error.message());
+    if (error) throw Failure("cannot read " + events.string() + ": " + error.message());
   }
 
   int run() {
@@ -110,7 +111,7 @@ void Demo::importDay() {
   const unsigned long lines = countEventLines(m_directory.path() / "day.events");
   const Arguments printed = show({"import", "day.events", "--json"}, -1);
   const json summary = json::parse(printed.empty() ? "" : printed.back(), nullptr, false);
-  if (!summary.is_object()) throw CommandError("the import gave no summary");
+  if (!summary.is_object()) throw Failure("the import gave no summary");
   const auto imported = summary["imported"].get<unsigned long>();
   const auto refused = summary["refused"].get<unsigned long>();
   m_stage.note(imported > 0 && imported + refused == lines,
@@ -175,7 +176,7 @@ void Demo::importAuditRecords() {
 void Demo::repairDamage() {
   m_stage.heading("Damage is found and repaired");
   const auto ids = idsAfter(0);
-  if (ids.size() < 3) throw CommandError("too few events are left to damage some");
+  if (ids.size() < 3) throw Failure("too few events are left to damage some");
   const Figures before = figures();
   const fs::path database = m_directory.path() / kHome / "events.db";
   misfileEvent(database, ids[0], 1);
@@ -197,7 +198,7 @@ void Demo::repairDamage() {
 
 Figures Demo::figures() {
   const json stats = m_stage.ask(inHome({"stats", "--json"}));
-  if (!stats.is_object()) throw CommandError("the queues could not be counted");
+  if (!stats.is_object()) throw Failure("the queues could not be counted");
   Figures figures;
   figures.count = stats["count"].get<unsigned long>();
   for (const json& queue : stats["queues"]) {
@@ -227,18 +228,17 @@ struct DemoOptions {
 
 int runDemo(const GlobalOptions& global, const DemoOptions& options) {
   if (global.json || global.dsid != 0) {
-    throw CommandError("demo prints for people: call it without --dsid and --json");
+    throw Failure("demo prints for people: call it without --dsid and --json");
   }
   if (options.cluster && !options.events.empty()) {
-    throw CommandError(
-        "the tour of the cluster mode makes its own events: call it without --events");
+    throw Failure("the tour of the cluster mode makes its own events: call it without --events");
   }
   if (options.keep && !options.cluster) {
-    throw CommandError("--keep is of the tour of the cluster mode: call it with --cluster");
+    throw Failure("--keep is of the tour of the cluster mode: call it with --cluster");
   }
   if (options.cluster) return runDemoCluster({global.home, options.keep});
   if (!global.home.empty()) {
-    throw CommandError("demo runs in a home of its own: call it without --home");
+    throw Failure("demo runs in a home of its own: call it without --home");
   }
   return Demo(options.events.empty() ? dayEvents() : fs::path(options.events)).run();
 }
@@ -261,4 +261,4 @@ void defineDemo(CLI::App& app, CommandLine& line) {
       [&line, options] { line.run = [&line, options] { return runDemo(line.global, *options); }; });
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

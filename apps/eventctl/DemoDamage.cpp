@@ -5,9 +5,9 @@
 #include <ctime>
 #include <memory>
 
-#include "apps/eventctl/CommandError.h"
+#include "apps/common/Failure.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 struct CloseDatabase {
@@ -41,7 +41,7 @@ class Database {
 
  private:
   void require(bool done) const {
-    if (!done) throw CommandError(m_file + ": " + sqlite3_errmsg(m_database.get()));
+    if (!done) throw Failure(m_file + ": " + sqlite3_errmsg(m_database.get()));
   }
 
   std::string m_file;
@@ -78,4 +78,4 @@ void breakEventString(const std::filesystem::path& database, unsigned long id) {
                          {std::to_string(id)});
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-namespace EventCtl {
+namespace EventApps {
 
-// Makes the file with one row for each message. Throws CommandError.
+// Makes the file with one row for each message. Throws Failure.
 void writeAuditDatabase(const std::filesystem::path& file,
                         const std::vector<std::string>& messages);
 
@@ -22,6 +22,6 @@ void misfileEvent(const std::filesystem::path& database, unsigned long id, unsig
 // Cuts the event string of a row short.
 void breakEventString(const std::filesystem::path& database, unsigned long id);
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

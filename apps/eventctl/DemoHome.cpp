@@ -7,9 +7,9 @@
 #include <fstream>
 #include <system_error>
 
-#include "apps/eventctl/CommandError.h"
+#include "apps/common/Failure.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 namespace fs = std::filesystem;
@@ -56,7 +56,7 @@ DemoHome::DemoHome(const fs::path& directory, bool keep)
   try {
     claim();
   } catch (const fs::filesystem_error& error) {
-    throw CommandError("cannot use " + m_path.string() + ": " + error.code().message());
+    throw Failure("cannot use " + m_path.string() + ": " + error.code().message());
   }
 }
 
@@ -69,13 +69,13 @@ void DemoHome::claim() {
     return !leftOver || !isOwnName(name);
   });
   if (foreign != names.end()) {
-    throw CommandError(m_path.string() + " holds " + *foreign +
-                       ", which is not of the tour; name an empty directory with --home");
+    throw Failure(m_path.string() + " holds " + *foreign +
+                  ", which is not of the tour; name an empty directory with --home");
   }
   m_lock = EtcdNodes::Descriptor(
       ::open((m_path / kMark).c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600));
   if (m_lock.get() < 0 || ::flock(m_lock.get(), LOCK_EX | LOCK_NB) != 0) {
-    throw CommandError("another tour uses " + m_path.string() + "; name another with --home");
+    throw Failure("another tour uses " + m_path.string() + "; name another with --home");
   }
   m_made = m_made || leftOver;
   clear();
@@ -105,7 +105,7 @@ void DemoHome::write(const fs::path& file, const std::string& text) const {
   fs::create_directories(whole.parent_path());
   std::ofstream stream(whole);
   stream << text;
-  if (!stream.flush()) throw CommandError("cannot write " + whole.string());
+  if (!stream.flush()) throw Failure("cannot write " + whole.string());
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

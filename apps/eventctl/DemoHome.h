@@ -12,12 +12,12 @@
 
 #include "apps/etcd_nodes/Descriptor.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 class DemoHome {
  public:
   // Makes the directory, or takes over an empty one or what an earlier tour left. Throws
-  // CommandError when anything else is in it, or another tour uses it.
+  // Failure when anything else is in it, or another tour uses it.
   DemoHome(const std::filesystem::path& directory, bool keep);
   ~DemoHome();
 
@@ -32,7 +32,7 @@ class DemoHome {
   static const std::vector<std::string>& nodes();
   static const std::string& reader();
 
-  // Writes a file below the directory, and makes its folder. Throws CommandError.
+  // Writes a file below the directory, and makes its folder. Throws Failure.
   void write(const std::filesystem::path& file, const std::string& text) const;
 
  private:
@@ -45,6 +45,6 @@ class DemoHome {
   EtcdNodes::Descriptor m_lock;
 };
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

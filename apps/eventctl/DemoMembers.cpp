@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace EventCtl {
+namespace EventApps {
 
 DemoMembers::DemoMembers(const nlohmann::json& stats) {
   if (!stats.is_object() || !stats.contains("cluster")) return;
@@ -23,4 +23,4 @@ bool DemoMembers::allReachable() const {
                                            [](const Member& member) { return member.reachable; });
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

@@ -8,7 +8,7 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
-namespace EventCtl {
+namespace EventApps {
 
 class DemoMembers {
  public:
@@ -29,6 +29,6 @@ class DemoMembers {
   std::vector<Member> m_members;  // in the order of the endpoints in host.ini
 };
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string_view>
 
-#include "apps/eventctl/Numbers.h"
+#include "apps/common/Numbers.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 constexpr std::string_view kMessage = ";LEGACYEVENT{payload:backup ";
@@ -112,4 +112,4 @@ DemoProof proveQueue(const std::vector<DemoRecord>& records, unsigned int dsid,
   return proof;
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

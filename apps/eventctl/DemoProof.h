@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace EventCtl {
+namespace EventApps {
 
 // The event string of a writer's event, numbered from 1. `id` 0: none has been given yet.
 std::string demoEventString(const std::string& writer, unsigned long number, unsigned long id);
@@ -52,6 +52,6 @@ struct DemoProof {
 DemoProof proveQueue(const std::vector<DemoRecord>& records, unsigned int dsid,
                      const std::vector<DemoFound>& found);
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

@@ -4,10 +4,11 @@
 #include <array>
 #include <cstdio>
 
-#include "apps/eventctl/Display.h"
-#include "apps/eventctl/Table.h"
+#include "apps/common/Display.h"
+#include "apps/common/Table.h"
+#include "apps/eventctl/ExitStatus.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 void DemoStage::heading(const std::string& text) {
   m_output.line("");
@@ -29,8 +30,8 @@ void DemoStage::note(bool good, const std::string& text) {
   m_output.flush();
 }
 
-// Complaints and JSON are as long as they need to be. What is coloured fits already, and cannot be
-// measured.
+// Complaints and JSON are as long as they need to be. What is coloured fits already, and cannot
+// be measured.
 void DemoStage::echo(const std::string& line) {
   const bool coloured = line.find('\x1b') != std::string::npos;
   if (coloured || displayWidth(line) <= m_output.columns()) return m_output.line(line);
@@ -69,7 +70,7 @@ int DemoStage::run(const Arguments& arguments, const ChildProcess::TakeLine& tak
     const int status = runSelf(arguments, childOptions(), take, m_stop.descriptor());
     endWhenInterrupted();
     return status;
-  } catch (const CommandError&) {
+  } catch (const Failure&) {
     endWhenInterrupted();
     throw;
   }
@@ -90,7 +91,7 @@ ChildOptions DemoStage::childOptions() const {
 }
 
 void DemoStage::endWhenInterrupted() const {
-  if (m_stop.arrived()) throw CommandError("the tour was interrupted");
+  if (m_stop.arrived()) throw Failure("the tour was interrupted");
 }
 
 int DemoStage::finish() {
@@ -104,4 +105,4 @@ int DemoStage::finish() {
   return m_bad == 0 ? kDone : kFailed;
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

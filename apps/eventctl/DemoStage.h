@@ -12,12 +12,13 @@
 #include <string>
 #include <vector>
 
+#include "apps/common/Failure.h"
+#include "apps/common/Output.h"
 #include "apps/eventctl/ChildProcess.h"
-#include "apps/eventctl/CommandError.h"
-#include "apps/eventctl/Output.h"
+#include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/StopSignals.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 class DemoStage {
  public:
@@ -49,7 +50,7 @@ class DemoStage {
   // How a command finds its environment, to print as wide and as coloured as this process.
   ChildOptions childOptions() const;
 
-  // Throws CommandError once SIGINT or SIGTERM has arrived.
+  // Throws Failure once SIGINT or SIGTERM has arrived.
   void endWhenInterrupted() const;
   int stopDescriptor() const { return m_stop.descriptor(); }
 
@@ -66,6 +67,6 @@ class DemoStage {
   unsigned int m_bad = 0;
 };
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

@@ -7,9 +7,11 @@
 #include <cstdio>
 #include <limits>
 
-#include "apps/eventctl/Display.h"
+#include "apps/common/Display.h"
+#include "apps/common/Failure.h"
+#include "apps/eventctl/ExitStatus.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 using std::chrono::milliseconds;
@@ -51,10 +53,10 @@ void DemoTraffic::flowUntil(const std::function<bool()>& done, const std::string
     for (const auto& writer : m_writers) {
       if (!writer->ended() || m_finishing) continue;
       const auto& said = writer->complaints();
-      throw CommandError(writer->name() +
-                         " stopped writing: " + (said.empty() ? "it said nothing" : said.back()));
+      throw Failure(writer->name() +
+                    " stopped writing: " + (said.empty() ? "it said nothing" : said.back()));
     }
-    if (Clock::now() > end) throw CommandError("waited too long until " + awaited);
+    if (Clock::now() > end) throw Failure("waited too long until " + awaited);
   }
 }
 
@@ -174,4 +176,4 @@ void DemoTraffic::tellInTime() {
   if (Clock::now() >= m_nextRow) tell("");
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

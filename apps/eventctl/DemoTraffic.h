@@ -13,12 +13,12 @@
 #include <string>
 #include <vector>
 
+#include "apps/common/Table.h"
 #include "apps/eventctl/DemoMembers.h"
 #include "apps/eventctl/DemoStage.h"
 #include "apps/eventctl/DemoWriter.h"
-#include "apps/eventctl/Table.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 class DemoTraffic {
  public:
@@ -28,7 +28,7 @@ class DemoTraffic {
   DemoTraffic(DemoStage& stage, const std::vector<std::string>& hosts, const std::string& observer,
               const std::vector<std::string>& nodes);
 
-  // Events flow until `done` says so. Throws CommandError when that takes too long, when a writer
+  // Events flow until `done` says so. Throws Failure when that takes too long, when a writer
   // ends before, or on an interrupt; `awaited` then tells what was waited for.
   void flowUntil(const std::function<bool()>& done, const std::string& awaited);
   // And for a time.
@@ -77,6 +77,6 @@ class DemoTraffic {
   Clock::time_point m_toldAt = m_start;
 };
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

@@ -6,7 +6,7 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 // Half of the events go to the global queue, the others to two data selections.
@@ -73,4 +73,4 @@ void DemoWriter::takeLine(const std::string& line) {
   m_lastAnswer = now;
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

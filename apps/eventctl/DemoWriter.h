@@ -13,7 +13,7 @@
 #include "apps/eventctl/ChildProcess.h"
 #include "apps/eventctl/DemoProof.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 class DemoWriter {
  public:
@@ -35,7 +35,7 @@ class DemoWriter {
 
   const std::string& name() const { return m_record.writer; }
   bool ended() const { return m_ended; }
-  // Its exit status, once it has ended. Throws CommandError when a signal ended it.
+  // Its exit status, once it has ended. Throws Failure when a signal ended it.
   int status() { return m_child.wait(); }
 
   const DemoRecord& record() const { return m_record; }
@@ -59,6 +59,6 @@ class DemoWriter {
   std::chrono::milliseconds m_longestGap{0};
 };
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

@@ -6,18 +6,19 @@
 
 #include "EventSystem/ResultCode.h"
 #include "EventSystem/platform/HostConfig.h"
-#include "apps/eventctl/CommandError.h"
+#include "apps/common/Display.h"
+#include "apps/common/EventLimits.h"
+#include "apps/common/EventView.h"
+#include "apps/common/ImportLine.h"
+#include "apps/common/LineReader.h"
+#include "apps/common/Output.h"
+#include "apps/common/QueueNames.h"
 #include "apps/eventctl/Commands.h"
-#include "apps/eventctl/Display.h"
-#include "apps/eventctl/EventLimits.h"
-#include "apps/eventctl/EventView.h"
-#include "apps/eventctl/ImportLine.h"
-#include "apps/eventctl/LineReader.h"
-#include "apps/eventctl/Output.h"
+#include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/ProgressBar.h"
 #include "apps/eventctl/Session.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 constexpr std::size_t kLongestLine = 1 << 20;
@@ -53,7 +54,7 @@ class Importer {
       if (m_failures == kFailuresToGiveUp) break;
       m_progress.update(m_reader.bytesRead());
     }
-    m_session.makeDurable();
+    m_session.queues().makeDurable();
     m_progress.hide();
     return finish();
   }
@@ -73,7 +74,7 @@ class Importer {
 
   void store(EventSystem::Event& event, unsigned int dsid) {
     unsigned long id = 0;
-    const int result = m_session.store(event, dsid, id);
+    const int result = m_session.queues().store(event, dsid, id);
     if (result == 0) {
       ++m_imported;
       m_failures = 0;
@@ -83,7 +84,7 @@ class Importer {
     } else {
       ++m_failures;
       refuse("the event was not stored (result " + std::to_string(result) + "); " +
-             m_session.whyFailed());
+             m_session.queues().whyFailed());
     }
   }
 
@@ -95,7 +96,7 @@ class Importer {
 
   // Nothing more is read or stored before whoever waits for this has got it.
   void acknowledge(unsigned int dsid, unsigned long id) {
-    m_session.makeDurable();
+    m_session.queues().makeDurable();
     m_progress.hide();
     Output& output = standardOutput();
     if (m_global.json) {
@@ -109,7 +110,7 @@ class Importer {
   // Ids are drawn from two sequences: of the global queue, and of all data selections.
   Destination destination(unsigned int dsid) {
     const auto [known, isNew] = m_next.try_emplace(isGlobalQueue(dsid));
-    if (isNew) known->second = m_session.destination(dsid);
+    if (isNew) known->second = m_session.queues().destination(dsid);
     known->second.dsid = dsid;
     return known->second;
   }
@@ -127,7 +128,7 @@ class Importer {
       return;
     }
     refuse(queueName(dsid) + " is full; consume or delete events, or raise count_limit in " +
-           m_session.limitsFile());
+           m_session.queues().limitsFile());
   }
 
   int finish() {
@@ -189,4 +190,4 @@ void defineImport(CLI::App& app, CommandLine& line) {
   });
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

@@ -4,16 +4,19 @@
 #include <optional>
 #include <string>
 
-#include "apps/eventctl/CommandError.h"
+#include "apps/common/EventKinds.h"
+#include "apps/common/EventView.h"
+#include "apps/common/Output.h"
+#include "apps/common/QueueNames.h"
+#include "apps/common/QueueReader.h"
+#include "apps/common/Table.h"
 #include "apps/eventctl/Commands.h"
-#include "apps/eventctl/EventKinds.h"
-#include "apps/eventctl/EventView.h"
+#include "apps/eventctl/EventTable.h"
+#include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/NumberOption.h"
-#include "apps/eventctl/Output.h"
-#include "apps/eventctl/QueueReader.h"
 #include "apps/eventctl/Session.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 struct ListOptions {
@@ -102,4 +105,4 @@ void defineList(CLI::App& app, CommandLine& line) {
       [&line, options] { line.run = [&line, options] { return runList(line.global, *options); }; });
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

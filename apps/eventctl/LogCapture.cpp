@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-namespace EventCtl {
+namespace EventApps {
 
 // A line of the host's log: TIME LEVEL CODE MESSAGE.
 std::vector<LogLine> LogCapture::take() {
@@ -21,4 +21,4 @@ std::vector<LogLine> LogCapture::take() {
   return lines;
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

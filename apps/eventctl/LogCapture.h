@@ -11,17 +11,10 @@
 #include <string>
 #include <vector>
 
+#include "apps/common/QueueCheck.h"
 #include "apps/eventctl/TemporaryDirectory.h"
 
-namespace EventCtl {
-
-struct LogLine {
-  std::string level;  // "error" or "warning"
-  int code = 0;
-  std::string message;
-
-  bool operator==(const LogLine&) const = default;
-};
+namespace EventApps {
 
 class LogCapture {
  public:
@@ -36,6 +29,6 @@ class LogCapture {
   std::streamoff m_position = 0;
 };
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

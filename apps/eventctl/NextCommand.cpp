@@ -3,20 +3,22 @@
 #include <memory>
 #include <string>
 
-#include "apps/eventctl/CommandError.h"
+#include "apps/common/EventView.h"
+#include "apps/common/Output.h"
+#include "apps/common/QueueNames.h"
 #include "apps/eventctl/Commands.h"
-#include "apps/eventctl/EventView.h"
+#include "apps/eventctl/EventTable.h"
+#include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/NumberOption.h"
-#include "apps/eventctl/Output.h"
 #include "apps/eventctl/Session.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 int runNext(const GlobalOptions& global, unsigned long after) {
   QueueSession session(global);
-  const auto event = session.next(after, global.dsid);
-  session.makeDurable();
+  const auto event = session.queues().next(after, global.dsid);
+  session.queues().makeDurable();
   Output& output = standardOutput();
   if (event && global.json) {
     output.line(jsonLine(jsonOf(viewOf(*event, global.dsid))));
@@ -42,4 +44,4 @@ void defineNext(CLI::App& app, CommandLine& line) {
       [&line, after] { line.run = [&line, after] { return runNext(line.global, *after); }; });
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

@@ -9,9 +9,9 @@
 #include <limits>
 #include <string>
 
-#include "apps/eventctl/Numbers.h"
+#include "apps/common/Numbers.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 template <typename Number>
 Number readNumber(const std::string& option, const std::string& text, Number least, Number most) {
@@ -36,6 +36,6 @@ CLI::Option* addNumber(CLI::App& app, const std::string& option, Number& target,
       ->type_name("N");
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

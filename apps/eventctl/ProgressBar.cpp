@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <string>
 
-#include "apps/eventctl/Output.h"
+#include "apps/common/Output.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 constexpr std::chrono::milliseconds kPatience(300);  // shorter work needs no bar
@@ -39,4 +39,4 @@ void ProgressBar::hide() {
   m_visible = false;
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

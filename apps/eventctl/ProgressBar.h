@@ -8,7 +8,7 @@
 #include <chrono>
 #include <cstddef>
 
-namespace EventCtl {
+namespace EventApps {
 
 class ProgressBar {
  public:
@@ -33,6 +33,6 @@ class ProgressBar {
   Clock::time_point m_nextUpdate;
 };
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

@@ -6,11 +6,11 @@
 
 #include "EventSystem/ResultCode.h"
 #include "EventSystem/platform/HostConfig.h"
-#include "apps/eventctl/ClusterQueueReader.h"
-#include "apps/eventctl/CommandError.h"
-#include "apps/eventctl/DatabaseQueueReader.h"
+#include "apps/common/ClusterQueueReader.h"
+#include "apps/common/DatabaseQueueReader.h"
+#include "apps/common/Failure.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 using EventSystemHost::Access;
 using EventSystemHost::Host;
@@ -74,21 +74,11 @@ OpenHost openHost(const HostOptions& options, std::chrono::milliseconds wait,
   }
 }
 
-void requireDataSelection(unsigned int dsid) {
-  if (isGlobalQueue(dsid) || QMDSIDValidate(dsid) != 0) return;
-  const std::string number = std::to_string(dsid);
-  throw CommandError("data selection " + number +
-                     " does not exist in the dataselection table; add it with: "
-                     "eventctl dataselection add " +
-                     number);
+OpenHost openReader(const GlobalOptions& options) {
+  return openHost(hostOptions(options, Access::kReadOnly), options.wait);
 }
 
-std::string queueName(unsigned int dsid) {
-  if (isGlobalQueue(dsid)) return "the global queue";
-  return "the queue of data selection " + std::to_string(dsid);
-}
-
-QueueSession::QueueSession(OpenHost host) : m_host(std::move(host)) {}
+QueueSession::QueueSession(OpenHost host) : m_host(std::move(host)), m_queues(*m_host) {}
 
 QueueSession::QueueSession(const GlobalOptions& options)
     : QueueSession(openHost(hostOptions(options, Access::kReadWrite), options.wait)) {
@@ -98,66 +88,7 @@ QueueSession::QueueSession(const GlobalOptions& options)
 void QueueSession::leaveDatabase(const GlobalOptions& options) {
   m_host.reset();
   m_host = openHost(hostOptions(options, Access::kServiceOnly), options.wait);
+  m_queues.moveTo(*m_host);
 }
 
-int QueueSession::store(EventSystem::Event& event, unsigned int dsid, unsigned long& id) {
-  const int result = m_manager.newEvent(&event, dsid);
-  if (result == 0) id = isClustered() ? m_host->lastClusterCall().newId : event.getId();
-  return result;
-}
-
-std::unique_ptr<EventSystem::Event> QueueSession::next(unsigned long afterId, unsigned int dsid) {
-  while (true) {
-    EventSystem::Event* event = nullptr;
-    const int result = m_manager.getNextEvent(afterId, &event, dsid);
-    std::unique_ptr<EventSystem::Event> owner(event);
-    if (result == 0) return owner;
-    // The cluster stores tell of an unreadable event once, when they have removed it.
-    const bool removed = isClustered() && result == EventSystem::kGeneralFailure &&
-                         m_host->lastClusterCall().failure.empty();
-    if (removed) continue;
-    throw CommandError("cannot read " + queueName(dsid) + " after event " +
-                       std::to_string(afterId) + " (result " + std::to_string(result) + "); " +
-                       whyFailed());
-  }
-}
-
-// The manager only logs a failure to delete, so the table is asked, or the service's last word.
-void QueueSession::remove(unsigned long id, unsigned int dsid) {
-  m_manager.deleteEvent(id, dsid);
-  if (isClustered() ? m_host->lastClusterCall().failure.empty()
-                    : !DatabaseQueueReader().find(id, dsid)) {
-    return;
-  }
-  throw CommandError("event " + std::to_string(id) + " could not be deleted from " +
-                     queueName(dsid) + "; " + whyFailed());
-}
-
-void QueueSession::makeDurable() {
-  const int status = m_host->waitDurable();
-  if (status == 0) return;
-  throw CommandError("the database could not be made durable (status " + std::to_string(status) +
-                     "): what was just done may not survive power loss; " + seeLog());
-}
-
-Destination QueueSession::destination(unsigned int dsid) const {
-  // The cluster stores hand in the event string as it is, without an id.
-  if (isClustered()) return {dsid, 0, false};
-  return {dsid, DatabaseQueueReader().highestId(dsid) + 1, true};
-}
-
-std::string QueueSession::whyFailed() const {
-  const std::string reason = isClustered() ? m_host->lastClusterCall().failure : "";
-  return reason.empty() ? seeLog() : reason + "; " + kClusterAdvice;
-}
-
-std::string QueueSession::limitsFile() const {
-  return m_host->configuration().limitsFile.string();
-}
-
-std::string QueueSession::seeLog() const {
-  const auto& file = m_host->configuration().logFile;
-  return file == "-" ? "the log says why" : "the log says why: " + file.string();
-}
-
-}  // namespace EventCtl
+}  // namespace EventApps

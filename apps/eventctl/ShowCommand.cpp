@@ -3,15 +3,18 @@
 #include <memory>
 #include <string>
 
-#include "apps/eventctl/CommandError.h"
+#include "apps/common/EventView.h"
+#include "apps/common/Failure.h"
+#include "apps/common/Output.h"
+#include "apps/common/QueueNames.h"
+#include "apps/common/QueueReader.h"
 #include "apps/eventctl/Commands.h"
-#include "apps/eventctl/EventView.h"
+#include "apps/eventctl/EventTable.h"
+#include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/NumberOption.h"
-#include "apps/eventctl/Output.h"
-#include "apps/eventctl/QueueReader.h"
 #include "apps/eventctl/Session.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 int runShow(const GlobalOptions& global, unsigned long id) {
@@ -19,8 +22,8 @@ int runShow(const GlobalOptions& global, unsigned long id) {
   requireDataSelection(global.dsid);
   const auto event = readerOf(*host)->find(id, global.dsid);
   if (!event) {
-    throw CommandError("there is no event " + std::to_string(id) + " in " + queueName(global.dsid) +
-                       "; eventctl list shows which there are");
+    throw Failure("there is no event " + std::to_string(id) + " in " + queueName(global.dsid) +
+                  "; eventctl list shows which there are");
   }
   Output& output = standardOutput();
   if (global.json) {
@@ -42,4 +45,4 @@ void defineShow(CLI::App& app, CommandLine& line) {
   command->callback([&line, id] { line.run = [&line, id] { return runShow(line.global, *id); }; });
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

@@ -7,40 +7,25 @@
 #include <string>
 
 #include "EventSystem/platform/HostConfig.h"
-#include "apps/eventctl/ClusterQueueReader.h"
+#include "apps/common/ClusterJson.h"
+#include "apps/common/ClusterQueueReader.h"
+#include "apps/common/DatabaseQueueReader.h"
+#include "apps/common/Display.h"
+#include "apps/common/EventKinds.h"
+#include "apps/common/EventView.h"
+#include "apps/common/Failure.h"
+#include "apps/common/Output.h"
+#include "apps/common/QueueFigures.h"
+#include "apps/common/QueueNames.h"
+#include "apps/common/QueueReader.h"
+#include "apps/common/Table.h"
 #include "apps/eventctl/ClusterStats.h"
-#include "apps/eventctl/CommandError.h"
 #include "apps/eventctl/Commands.h"
-#include "apps/eventctl/DatabaseQueueReader.h"
-#include "apps/eventctl/Display.h"
-#include "apps/eventctl/EventKinds.h"
-#include "apps/eventctl/EventView.h"
-#include "apps/eventctl/Output.h"
-#include "apps/eventctl/QueueReader.h"
+#include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/Session.h"
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
-
-struct QueueFigures {
-  unsigned long count = 0;
-  unsigned long damaged = 0;
-  unsigned long oldest = 0;  // dates; 0 in an empty queue
-  unsigned long newest = 0;
-  unsigned long highestId = 0;  // ever handed out
-  std::map<int, unsigned long> countByType;
-  bool known = true;  // in the dataselection table, or the global queue
-
-  void add(const EventView& event) {
-    oldest = count == 0 ? event.date : std::min(oldest, event.date);
-    newest = std::max(newest, event.date);
-    ++count;
-    ++countByType[event.type];
-    if (!event.problem.empty()) ++damaged;
-  }
-};
-
-using Figures = std::map<unsigned int, QueueFigures>;  // by dsid; 0 is the global queue
 
 // What is known of the queues, and in cluster mode of the cluster.
 struct Statistics {
@@ -48,40 +33,6 @@ struct Statistics {
   std::optional<Figures> figures;  // nothing when the cluster service cannot be read
   std::optional<EventSystemHost::ClusterReport> cluster;
 };
-
-Figures readFigures(const QueueReader& reader) {
-  Figures figures;
-  reader.forEach(0, 0, [&](const EventView& event) {
-    figures[0].add(event);
-    return true;
-  });
-  reader.forEachOfDataSelections([&](const EventView& event) {
-    figures[event.dsid].add(event);
-    return true;
-  });
-  figures[0];  // named also when empty
-  for (const DataSelection& selection : dataSelections()) figures[selection.id];
-  for (auto& [dsid, queue] : figures) {
-    queue.highestId = reader.highestId(dsid);
-    queue.known = isGlobalQueue(dsid) || QMDSIDValidate(dsid) != 0;
-  }
-  return figures;
-}
-
-nlohmann::ordered_json jsonOfQueue(unsigned int dsid, const QueueFigures& queue) {
-  nlohmann::ordered_json object = {{"dsid", dsid},
-                                   {"count", queue.count},
-                                   {"damaged", queue.damaged},
-                                   {"highestId", queue.highestId},
-                                   {"known", queue.known}};
-  if (queue.count > 0) {
-    object["oldest"] = queue.oldest;
-    object["newest"] = queue.newest;
-  }
-  auto& types = object["types"] = nlohmann::ordered_json::object();
-  for (const auto& [type, count] : queue.countByType) types[kindName(type)] = count;
-  return object;
-}
 
 void addQueues(nlohmann::ordered_json& object, const Figures& figures) {
   auto queues = nlohmann::ordered_json::array();
@@ -205,7 +156,7 @@ Statistics gather(const EventSystemHost::Host& host) {
   if (!cluster.failure.empty()) return statistics;
   try {
     statistics.figures = readFigures(*readerOf(host));
-  } catch (const CommandError& problem) {
+  } catch (const Failure& problem) {
     cluster.failure = problem.what();
   }
   return statistics;
@@ -238,4 +189,4 @@ void defineStats(CLI::App& app, CommandLine& line) {
   command->callback([&line] { line.run = [&line] { return runStats(line.global); }; });
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

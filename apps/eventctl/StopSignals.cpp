@@ -8,7 +8,7 @@
 #include <ctime>
 #include <system_error>
 
-namespace EventCtl {
+namespace EventApps {
 namespace {
 
 sigset_t stopSignals() {
@@ -43,4 +43,4 @@ bool StopSignals::arrived() const {
   return ::poll(&wait, 1, 0) > 0;
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

@@ -8,7 +8,7 @@
 
 #include <csignal>
 
-namespace EventCtl {
+namespace EventApps {
 
 class StopSignals {
  public:
@@ -29,6 +29,6 @@ class StopSignals {
   int m_descriptor;
 };
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

@@ -6,14 +6,14 @@
 #include <string>
 #include <system_error>
 
-#include "apps/eventctl/CommandError.h"
+#include "apps/common/Failure.h"
 
-namespace EventCtl {
+namespace EventApps {
 
 TemporaryDirectory::TemporaryDirectory() {
   std::string name = (std::filesystem::temp_directory_path() / "eventctl-XXXXXX").string();
   if (::mkdtemp(name.data()) == nullptr) {
-    throw CommandError("cannot make the directory " + name + ": " + std::strerror(errno));
+    throw Failure("cannot make the directory " + name + ": " + std::strerror(errno));
   }
   m_path = name;
 }
@@ -23,4 +23,4 @@ TemporaryDirectory::~TemporaryDirectory() {
   std::filesystem::remove_all(m_path, ignored);
 }
 
-}  // namespace EventCtl
+}  // namespace EventApps

@@ -7,11 +7,11 @@
 
 #include <filesystem>
 
-namespace EventCtl {
+namespace EventApps {
 
 class TemporaryDirectory {
  public:
-  // Made in the system's temporary directory. Throws CommandError.
+  // Made in the system's temporary directory. Throws Failure.
   TemporaryDirectory();
   ~TemporaryDirectory();
 
@@ -24,6 +24,6 @@ class TemporaryDirectory {
   std::filesystem::path m_path;
 };
 
-}  // namespace EventCtl
+}  // namespace EventApps
 
 #endif

@@ -9,15 +9,15 @@
 #include <functional>
 #include <string>
 
-#include "apps/eventctl/CommandError.h"
+#include "apps/common/Output.h"
 #include "apps/eventctl/CommandLine.h"
 #include "apps/eventctl/Commands.h"
-#include "apps/eventctl/Output.h"
+#include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/Session.h"
 
 namespace {
 
-using namespace EventCtl;
+using namespace EventApps;
 
 // A standard descriptor that is closed would be given to the next file that is opened, the
 // database for one, and then be written to. Instead, writing to it fails.

@@ -10,12 +10,12 @@
 namespace EventSystemTest {
 namespace {
 
-using EventCtl::demoEventString;
-using EventCtl::DemoFate;
-using EventCtl::DemoFound;
-using EventCtl::DemoProof;
-using EventCtl::DemoRecord;
-using EventCtl::proveQueue;
+using EventApps::demoEventString;
+using EventApps::DemoFate;
+using EventApps::DemoFound;
+using EventApps::DemoProof;
+using EventApps::DemoRecord;
+using EventApps::proveQueue;
 
 DemoFound stored(const std::string& writer, unsigned long number, unsigned long id) {
   return {id, demoEventString(writer, number, id)};

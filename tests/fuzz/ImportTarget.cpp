@@ -8,10 +8,10 @@
 #include <memory>
 
 #include "EventSystem/EventManager.h"
-#include "apps/eventctl/EventView.h"
-#include "apps/eventctl/ImportLine.h"
-#include "apps/eventctl/LineReader.h"
-#include "apps/eventctl/Session.h"
+#include "apps/common/EventView.h"
+#include "apps/common/ImportLine.h"
+#include "apps/common/LineReader.h"
+#include "apps/common/QueueNames.h"
 #include "tests/fuzz/Target.h"
 #include "tests/oracle/events/EventMembers.h"
 #include "tests/support/FakeHost.h"
@@ -92,21 +92,22 @@ class Queues {
             [this](unsigned int dsid) { return destination(dsid); }) {}
 
   void take(const std::string& line) {
-    EventCtl::ImportedEvent imported = m_lines.read(line);
+    EventApps::ImportedEvent imported = m_lines.read(line);
     require((imported.event == nullptr) == !imported.problem.empty(), "taken and refused", line);
     if (imported.event == nullptr) return;
     const std::string text = line.starts_with("dsid=") ? line.substr(line.find(' ') + 1) : line;
     const auto stored = throughTheStore(*imported.event, imported.dsid);
     require(stored != nullptr, "what was taken is not stored", line);
-    const auto meant = EventCtl::parseEvent(text);
+    const auto meant = EventApps::parseEvent(text);
     setEnvelope(*meant, stored->getId(), meant->getDate());
     require(sameMembers(*meant, *stored), "stored as another event", line);
-    require(essence(EventCtl::eventStringOf(*stored)) == essence(text), "stored with a loss", line);
+    require(essence(EventApps::eventStringOf(*stored)) == essence(text), "stored with a loss",
+            line);
   }
 
  private:
-  EventCtl::Destination destination(unsigned int dsid) const {
-    return {dsid, EventCtl::isGlobalQueue(dsid) ? m_next : m_nextOfSelections, true};
+  EventApps::Destination destination(unsigned int dsid) const {
+    return {dsid, EventApps::isGlobalQueue(dsid) ? m_next : m_nextOfSelections, true};
   }
 
   // Stores it, reads it and removes it.
@@ -115,7 +116,7 @@ class Queues {
     host().clearCalls();
     if (!written) return nullptr;
     const unsigned long id = event.getId();
-    (EventCtl::isGlobalQueue(dsid) ? m_next : m_nextOfSelections) = id + 1;
+    (EventApps::isGlobalQueue(dsid) ? m_next : m_nextOfSelections) = id + 1;
     Event* read = nullptr;
     m_manager.getNextEvent(id - 1, &read, dsid);
     m_manager.deleteEvent(id, dsid);
@@ -126,21 +127,21 @@ class Queues {
   // The manager finds the host as it is at the start.
   bool m_isReset = (host().reset(), true);
   EventSystem::EventManager m_manager;
-  EventCtl::ImportLines m_lines;
+  EventApps::ImportLines m_lines;
   unsigned long m_next = 1;
   unsigned long m_nextOfSelections = 1;
 };
 
-void import(EventCtl::LineReader& reader, const std::vector<std::string>& lines) {
+void import(EventApps::LineReader& reader, const std::vector<std::string>& lines) {
   static Queues queues;
   std::string line;
   std::size_t number = 0;
-  for (auto result = reader.next(line); result != EventCtl::LineReader::Result::kEnd;
+  for (auto result = reader.next(line); result != EventApps::LineReader::Result::kEnd;
        result = reader.next(line)) {
     require(number < lines.size(), "more lines than there are");
-    const bool tooLong = result == EventCtl::LineReader::Result::kTooLong;
+    const bool tooLong = result == EventApps::LineReader::Result::kTooLong;
     require((tooLong ? std::string() : line) == lines[number++], "another line", line);
-    if (!tooLong && EventCtl::ImportLines::carriesEvent(line)) queues.take(line);
+    if (!tooLong && EventApps::ImportLines::carriesEvent(line)) queues.take(line);
   }
   require(number == lines.size(), "fewer lines than there are");
 }
@@ -150,7 +151,7 @@ void import(EventCtl::LineReader& reader, const std::vector<std::string>& lines)
 void runTarget(std::string_view input) {
   host().clearCalls();
   const MemoryFile file(input);
-  EventCtl::LineReader reader(file.name(), kLongestLine);
+  EventApps::LineReader reader(file.name(), kLongestLine);
   import(reader, linesOf(input));
 }
 

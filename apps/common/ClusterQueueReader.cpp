@@ -1,0 +1,77 @@
+#include "apps/common/ClusterQueueReader.h"
+
+#include <string>
+#include <utility>
+
+#include "apps/common/DataSelections.h"
+#include "apps/common/Failure.h"
+#include "apps/common/QueueNames.h"
+#include "apps/common/StoredForm.h"
+
+namespace EventApps {
+namespace {
+
+using EventSystemHost::ClusterError;
+using EventSystemHost::ClusterEvent;
+
+// What is asked of the service; its failures with what to do about them.
+template <class Question>
+auto ask(const Question& question) {
+  try {
+    return question();
+  } catch (const ClusterError& problem) {
+    throw Failure("the cluster service cannot be read: " + std::string(problem.what()) + "; " +
+                  kClusterAdvice);
+  }
+}
+
+// The service keeps the text that a store handed in; the event's id is the one it is filed under.
+EventView viewOfEvent(const ClusterEvent& stored, unsigned int dsid) {
+  EventView view;
+  if (const auto event = parseEvent(withId(stored.text, stored.id))) {
+    view = viewOf(*event, dsid);
+  } else {
+    view.dsid = dsid;
+    view.eventString = stored.text;
+    view.problem = "unreadable event string";
+  }
+  view.id = stored.id;
+  return view;
+}
+
+unsigned int serviceDsid(unsigned int dsid) {
+  return isGlobalQueue(dsid) ? 0 : dsid;
+}
+
+}  // namespace
+
+void ClusterQueueReader::forEach(unsigned int dsid, unsigned long afterId,
+                                 const Visitor& visit) const {
+  const unsigned int queue = serviceDsid(dsid);
+  ask([&] {
+    m_service.forEach(queue, afterId,
+                      [&](const ClusterEvent& event) { return visit(viewOfEvent(event, queue)); });
+  });
+}
+
+void ClusterQueueReader::forEachOfDataSelections(const Visitor& visit) const {
+  bool wanted = true;
+  for (const unsigned int dsid : ask([this] { return m_service.dataSelections(); })) {
+    if (isGlobalQueue(dsid)) continue;
+    if (!wanted) return;
+    forEach(dsid, 0, [&](const EventView& event) { return wanted = visit(event); });
+  }
+}
+
+std::optional<EventView> ClusterQueueReader::find(unsigned long id, unsigned int dsid) const {
+  const unsigned int queue = serviceDsid(dsid);
+  const auto event = ask([&] { return m_service.find(id, queue); });
+  if (!event) return std::nullopt;
+  return viewOfEvent(*event, queue);
+}
+
+unsigned long ClusterQueueReader::highestId(unsigned int dsid) const {
+  return ask([&] { return m_service.highestId(serviceDsid(dsid)); });
+}
+
+}  // namespace EventApps

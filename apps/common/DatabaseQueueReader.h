@@ -1,0 +1,29 @@
+// The queues as the database tables hold them. A table that does not exist yet is an empty queue.
+//
+// Thread safety: none; needs a running host for its whole life.
+
+#ifndef EVENTSYSTEM_APPS_COMMON_DATABASEQUEUEREADER_H
+#define EVENTSYSTEM_APPS_COMMON_DATABASEQUEUEREADER_H
+
+#include <optional>
+
+#include "apps/common/EventView.h"
+#include "apps/common/QueueReader.h"
+
+namespace EventApps {
+
+class DatabaseQueueReader : public QueueReader {
+ public:
+  // In the order of the row ids.
+  void forEach(unsigned int dsid, unsigned long afterId, const Visitor& visit) const override;
+  void forEachOfDataSelections(const Visitor& visit) const override;
+  std::optional<EventView> find(unsigned long id, unsigned int dsid) const override;
+  unsigned long highestId(unsigned int dsid) const override;
+
+  // The highest row id of a queue; 0 for an empty one.
+  unsigned long highestRowId(unsigned int dsid) const;
+};
+
+}  // namespace EventApps
+
+#endif

@@ -1,0 +1,22 @@
+// What the queues are called.
+//
+// Thread safety: pure functions of their arguments.
+
+#ifndef EVENTSYSTEM_APPS_COMMON_QUEUENAMES_H
+#define EVENTSYSTEM_APPS_COMMON_QUEUENAMES_H
+
+#include <string>
+
+namespace EventApps {
+
+// Whether events with this dsid go to the queue that is not of a data selection.
+constexpr bool isGlobalQueue(unsigned int dsid) {
+  return dsid == 0 || dsid == 2;
+}
+
+// "the global queue" or "the queue of data selection N".
+std::string queueName(unsigned int dsid);
+
+}  // namespace EventApps
+
+#endif

@@ -1,0 +1,5 @@
+// The parts of Asio and Beast that are no templates, compiled once.
+
+#include <boost/asio/impl/src.hpp>
+#include <boost/asio/ssl/impl/src.hpp>
+#include <boost/beast/src.hpp>

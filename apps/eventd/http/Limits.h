@@ -1,0 +1,31 @@
+// What a server grants its clients.
+//
+// Thread safety: plain values.
+
+#ifndef EVENTSYSTEM_APPS_EVENTD_HTTP_LIMITS_H
+#define EVENTSYSTEM_APPS_EVENTD_HTTP_LIMITS_H
+
+#include <chrono>
+#include <cstddef>
+
+namespace EventApps::Http {
+
+struct Limits {
+  std::size_t headerBytes = 16384;       // request line and headers; more: 431
+  std::size_t bodyBytes = 8u << 20;      // of one request; more: 413
+  std::size_t bodiesBytes = 256u << 20;  // of all requests in work; more: 503
+  // Open at once; more: 503. A sixteenth of them is kept for the Unix socket, so that whoever
+  // looks after the server gets in when the network does not.
+  std::size_t connections = 4096;
+  std::size_t connectionsOfOnePeer = 2048;  // of one TCP address (IPv6: one /64 network)
+  std::size_t streamBacklog = 1u << 20;     // unsent bytes of one stream
+
+  std::chrono::milliseconds idle = std::chrono::seconds(75);           // between requests
+  std::chrono::milliseconds requestTime = std::chrono::seconds(30);    // a whole request; then 408
+  std::chrono::milliseconds writeTime = std::chrono::seconds(30);      // no progress in sending
+  std::chrono::milliseconds handshakeTime = std::chrono::seconds(10);  // of TLS
+};
+
+}  // namespace EventApps::Http
+
+#endif

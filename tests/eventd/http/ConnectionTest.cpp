@@ -1,0 +1,273 @@
+// Connections: how many there may be, how long they may take, and how they end.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/un.h>
+
+#include <chrono>
+#include <filesystem>
+#include <iterator>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/eventd/http/TestServer.h"
+
+namespace EventSystemTest {
+namespace {
+
+using std::chrono::milliseconds;
+
+TEST(WaitingRequest, NoticesAHangUp) {
+  TestServer server;
+  for (const bool reset : {false, true}) {
+    RawClient client(server.port());
+    client.get("/wait");
+    const auto exchange = server.keptOne();
+    reset ? client.reset() : client.close();
+    EXPECT_TRUE(eventually([&] { return server.closed == 1; }));
+    exchange->respond({});
+    server.closed = 0;
+  }
+  EXPECT_TRUE(eventually([&] { return server.server().figures().connectionsOpen == 0; }));
+}
+
+TEST(WaitingRequest, OfAClientThatSendsNoMoreIsStillAnswered) {
+  TestServer server;
+  RawClient client = server.client();
+  client.get("/wait");
+  const auto exchange = server.keptOne();
+  client.finishSending();
+  EXPECT_TRUE(eventually([&] { return server.closed == 1; }));
+  exchange->respond({200, "", "late", {}});
+  EXPECT_EQ("late", client.reply().body);
+  EXPECT_EQ("", client.rest());
+}
+
+TEST(WaitingRequest, MayWaitLongerThanAnythingElse) {
+  Http::Limits limits;
+  limits.idle = limits.requestTime = limits.writeTime = milliseconds(20);
+  TestServer server(limits);
+  RawClient waiting = server.client();
+  waiting.get("/wait");
+  const auto exchange = server.keptOne();
+  for (int i = 0; i < 5; ++i) {  // as long as it takes to end five idle connections
+    RawClient idle = server.client();
+    idle.ask("/hello");
+    EXPECT_EQ("", idle.rest());
+  }
+  EXPECT_EQ(0, server.closed);
+  exchange->respond({200, "", "at last", {}});
+  EXPECT_EQ("at last", waiting.reply().body);
+}
+
+TEST(IdleConnection, IsClosed) {
+  Http::Limits limits;
+  limits.idle = milliseconds(20);
+  TestServer server(limits);
+  RawClient client = server.client();
+  EXPECT_EQ("hello", client.ask("/hello").body);
+  EXPECT_EQ("", client.rest());
+}
+
+TEST(IdleConnection, ThatHasNeverAskedIsClosed) {
+  Http::Limits limits;
+  limits.requestTime = milliseconds(20);
+  TestServer server(limits);
+  EXPECT_EQ("", server.client().rest());
+}
+
+TEST(SlowRequest, IsCutOff) {
+  Http::Limits limits;
+  limits.requestTime = milliseconds(50);
+  TestServer server(limits);
+  for (const char* begun : {"G", "GET / HTTP/1.1\r\nHost: h\r\nX: ", "\r\n",
+                            "POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 10\r\n\r\nabc",
+                            "POST / HTTP/1.1\r\nHost: h\r\nTransfer-Encoding: chunked\r\n\r\n1"}) {
+    RawClient client = server.client();
+    client.send(begun);
+    EXPECT_EQ(408u, client.reply().status) << begun;
+    EXPECT_EQ("", client.rest());
+  }
+}
+
+// A byte now and then buys no time.
+TEST(SlowRequest, IsCutOffHoweverBusyItLooks) {
+  Http::Limits limits;
+  limits.requestTime = milliseconds(50);
+  TestServer server(limits);
+  RawClient client = server.client();
+  client.send("GET / HTTP/1.1\r\nHost: h\r\nX: ");
+  EXPECT_TRUE(eventually([&] {
+    client.send("x");
+    return server.server().figures().requestsRefused == 1;
+  }));
+}
+
+TEST(SlowReader, IsCutOff) {
+  Http::Limits limits;
+  limits.writeTime = milliseconds(50);
+  TestServer server(limits);
+  RawClient client = server.client();
+  client.get("/wait");
+  server.keptOne()->respond({200, "", std::string(32u << 20, 'x'), {}});
+  EXPECT_TRUE(eventually([&] { return server.server().figures().connectionsOpen == 0; }));
+  EXPECT_FALSE(client.reply().whole);
+}
+
+TEST(PipeliningClient, IsReadFromWithinBounds) {
+  TestServer server;
+  RawClient client = server.client();
+  client.get("/wait");
+  const auto exchange = server.keptOne();
+  const std::string request = "GET /hello HTTP/1.1\r\nHost: h\r\n\r\n";
+  std::string many;
+  while (many.size() < (1u << 20)) many += request;
+  std::thread sender([&] { client.send(many); });
+  RawClient other = server.client();
+  for (int i = 0; i < 200; ++i) EXPECT_EQ("hello", other.ask("/hello").body);
+  EXPECT_LT(server.server().figures().bytesIn, 100000u) << "the rest waits with the client";
+  exchange->respond({200, "", "first", {}});
+  EXPECT_EQ("first", client.reply().body);
+  for (std::size_t i = 0; i < many.size() / request.size(); ++i) {
+    ASSERT_EQ("hello", client.reply().body);
+  }
+  sender.join();
+}
+
+TEST(Connections, AreBounded) {
+  Http::Limits limits;
+  limits.connections = 2;
+  TestServer server(limits);
+  RawClient first = server.client();
+  RawClient second = server.client();
+  EXPECT_EQ(200u, first.ask("/hello").status);
+  EXPECT_EQ(200u, second.ask("/hello").status);
+  RawClient third = server.client();
+  const Reply refused = third.ask("/hello");
+  EXPECT_EQ(503u, refused.status);
+  EXPECT_EQ("close", refused.headers.at("connection"));
+  EXPECT_EQ("", third.rest());
+  EXPECT_EQ(1u, server.server().figures().connectionsRefused);
+  EXPECT_EQ(2u, server.server().figures().connectionsOpen);
+  first.close();
+  EXPECT_TRUE(eventually([&] { return server.server().figures().connectionsOpen == 1; }));
+  EXPECT_EQ(200u, server.client().ask("/hello").status);
+}
+
+TEST(Connections, OfOneAddressAreBounded) {
+  Http::Limits limits;
+  limits.connectionsOfOnePeer = 1;
+  TestServer server(limits);
+  RawClient first(server.port());
+  EXPECT_EQ(200u, first.ask("/hello").status);
+  EXPECT_EQ(503u, RawClient(server.port()).ask("/hello").status);
+  EXPECT_EQ(200u, server.client().ask("/hello").status) << "the Unix socket is another matter";
+  first.close();
+  EXPECT_TRUE(eventually([&] { return RawClient(server.port()).ask("/hello").status == 200; }));
+}
+
+TEST(Connections, OfTheNetworkLeaveRoomForTheUnixSocket) {
+  Http::Limits limits;
+  limits.connections = 16;
+  TestServer server(limits);
+  std::vector<RawClient> clients;
+  for (int i = 0; i < 15; ++i) {
+    clients.emplace_back(server.port());
+    ASSERT_EQ(200u, clients.back().ask("/hello").status);
+  }
+  EXPECT_EQ(503u, RawClient(server.port()).ask("/hello").status);
+  EXPECT_EQ(200u, server.client().ask("/hello").status);
+}
+
+TEST(Peer, IsKnown) {
+  TestServer server;
+  RawClient local = server.client();
+  local.get("/wait");
+  const auto fromUnix = server.keptOne();
+  const Http::Peer& unixPeer = *fromUnix->request().peer;
+  EXPECT_EQ(Http::Peer::Via::kUnix, unixPeer.via);
+  EXPECT_TRUE(unixPeer.loopback);
+  EXPECT_EQ("unix", unixPeer.address);
+  EXPECT_EQ(getuid(), unixPeer.uid);
+  EXPECT_EQ(getgid(), unixPeer.gid);
+  EXPECT_EQ(getpid(), unixPeer.pid);
+  fromUnix->respond({});
+
+  RawClient remote(server.port());
+  remote.get("/wait");
+  const auto fromTcp = server.keptOne();
+  const Http::Peer& tcpPeer = *fromTcp->request().peer;
+  EXPECT_EQ(Http::Peer::Via::kTcp, tcpPeer.via);
+  EXPECT_TRUE(tcpPeer.loopback);
+  EXPECT_EQ("127.0.0.1:" + std::to_string(remote.localPort()), tcpPeer.address);
+  EXPECT_EQ(static_cast<uid_t>(-1), tcpPeer.uid);
+  EXPECT_EQ("", tcpPeer.certificate);
+  fromTcp->respond({});
+}
+
+// No descriptors for anybody while it lives.
+class NoDescriptors {
+ public:
+  NoDescriptors() {
+    getrlimit(RLIMIT_NOFILE, &m_before);
+    const rlimit none{0, m_before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+  }
+  ~NoDescriptors() { setrlimit(RLIMIT_NOFILE, &m_before); }
+  NoDescriptors(const NoDescriptors&) = delete;
+  NoDescriptors& operator=(const NoDescriptors&) = delete;
+
+ private:
+  rlimit m_before{};
+};
+
+TEST(Listener, WaitsForDescriptorsWithoutSpinning) {
+  TestServer server;
+  RawClient client(server.socket(), RawClient::Connect::kLater);
+  const auto begin = std::chrono::steady_clock::now();
+  std::uint64_t failures = 0;
+  {
+    const NoDescriptors none;
+    client.connect();
+    ASSERT_TRUE(eventually([&] { return server.server().figures().acceptFailures >= 3; }));
+    failures = server.server().figures().acceptFailures;
+  }
+  const auto pauses = std::chrono::steady_clock::now() - begin;
+  EXPECT_GE(pauses, milliseconds(50) * (failures - 1));
+  EXPECT_EQ("hello", client.ask("/hello").body);
+}
+
+std::size_t threadCount() {
+  const std::filesystem::directory_iterator tasks("/proc/self/task");
+  return static_cast<std::size_t>(std::distance(begin(tasks), end(tasks)));
+}
+
+void allowDescriptors(rlim_t wanted) {
+  rlimit limit{};
+  getrlimit(RLIMIT_NOFILE, &limit);
+  limit.rlim_cur = std::max(limit.rlim_cur, std::min(wanted, limit.rlim_max));
+  setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+TEST(ThousandReaders, WaitWithoutAThreadEach) {
+  constexpr std::size_t kReaders = 1000;
+  allowDescriptors(3 * kReaders);
+  const std::size_t before = threadCount();
+  TestServer server({}, {}, 2);
+  std::vector<RawClient> clients;
+  for (std::size_t i = 0; i < kReaders; ++i) {
+    i % 2 == 0 ? clients.emplace_back(server.socket()) : clients.emplace_back(server.port());
+    ASSERT_TRUE(clients.back().get("/wait"));
+  }
+  const auto waiting = server.kept(kReaders);
+  ASSERT_EQ(kReaders, waiting.size());
+  EXPECT_EQ(before + 2, threadCount());
+  EXPECT_EQ(kReaders, server.server().figures().connectionsOpen);
+  for (const auto& exchange : waiting) exchange->respond({200, "", "an event", {}});
+  for (RawClient& client : clients) ASSERT_EQ("an event", client.reply().body);
+}
+
+}  // namespace
+}  // namespace EventSystemTest
