@@ -3,6 +3,7 @@ import { expect, test } from "@playwright/test";
 import { compareIntegers, minus, parseJson } from "../../web/console/src/api/json";
 import { MessageReader } from "../../web/console/src/api/serverSentEvents";
 import { bytes, duration, grouped, rate } from "../../web/console/src/format";
+import { thin } from "../../web/console/src/state/thin";
 import { visible } from "../../web/console/src/events/visible";
 
 test.describe("JSON", () => {
@@ -42,6 +43,18 @@ test.describe("Server-sent events", () => {
       ]);
     }
   });
+});
+
+test("The past is kept the more thinly the longer it is gone", () => {
+  const queues = new Map([["all", {}]]);
+  const day = 24 * 60 * 60;
+  const seconds = Array.from({ length: day }, (_, i) => ({ time: 2 * i, queues }));
+  const kept = thin(seconds, 2 * day);
+  expect(kept[0]?.time).toBe(day);
+  expect(kept.filter(({ time }) => time >= 2 * day - 1200)).toHaveLength(600);
+  expect(kept.filter(({ time }) => time < 2 * day - 1200)).toHaveLength((day - 1200) / 30);
+  const interruption = { time: day + 7, queues: new Map() };
+  expect(thin([...seconds, interruption], 2 * day)).toContain(interruption);
 });
 
 test("Figures read well", () => {

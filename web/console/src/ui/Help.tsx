@@ -36,7 +36,8 @@ export function Help() {
         Shortcuts of single keys
       </label>
       <p class="muted">
-        Parts of this page are the work of others, under <a href={licences()}>their licences</a>.
+        Programs have the same from <a href="/openapi.json">the server's API</a>. Parts of this page
+        are the work of others, under <a href={licences()}>their licences</a>.
       </p>
       <div class="actions">
         <button type="button" onClick={close}>
