@@ -1,5 +1,5 @@
-import { expect, goTo, rows, rowsWith, test } from "./support/test";
 import { startMock } from "./support/server";
+import { expect, goTo, rows, rowsWith, test } from "./support/test";
 
 test.describe("The list of events", () => {
   test.beforeEach(async ({ page, enter }) => {
@@ -57,7 +57,10 @@ test.describe("The list of events", () => {
   test("keeps what is read in its place when events arrive", async ({ page, produce, marker }) => {
     await produce.sendText(
       JSON.stringify(
-        Array.from({ length: 60 }, (_, i) => ({ kind: "legacy", fields: { payload: `${marker}-${i}.` } })),
+        Array.from({ length: 60 }, (_, i) => ({
+          kind: "legacy",
+          fields: { payload: `${marker}-${i}.` },
+        })),
       ),
     );
     await page.getByRole("searchbox").fill(marker);
@@ -71,7 +74,11 @@ test.describe("The list of events", () => {
     await expect.poll(async () => (await row.boundingBox())?.y).toBe(before?.y);
   });
 
-  test("is bounded, and only the rows in sight are in the page", async ({ page, produce, marker }) => {
+  test("is bounded, and only the rows in sight are in the page", async ({
+    page,
+    produce,
+    marker,
+  }) => {
     for (let batch = 0; batch < 5; ++batch) {
       const events = Array.from({ length: 500 }, (_, i) => ({
         kind: "legacy",
@@ -123,7 +130,12 @@ test.describe("The list of events", () => {
 });
 
 test.describe("One event", () => {
-  test("is shown with its fields and its event string", async ({ page, enter, produce, marker }) => {
+  test("is shown with its fields and its event string", async ({
+    page,
+    enter,
+    produce,
+    marker,
+  }) => {
     const id = await produce.send("activity", { action: 3, time: 100, severity: 2, msg: marker });
     await enter();
     await goTo(page, "Events");
@@ -170,7 +182,12 @@ test.describe("One event", () => {
     expect(await page.evaluate(() => "taken" in window)).toBe(false);
   });
 
-  test("shows characters that would hide or turn others", async ({ page, enter, produce, marker }) => {
+  test("shows characters that would hide or turn others", async ({
+    page,
+    enter,
+    produce,
+    marker,
+  }) => {
     await enter();
     await goTo(page, "Events");
     await produce.sendLegacy(`${marker} a\u202eb\u0007c`);

@@ -81,12 +81,15 @@ export const test = base.extend<Fixtures, { server: Server }>({
   baseURL: async ({ line }, use) => use(line.url),
   produce: async ({ server }, use) => use(new Producer(server)),
   // biome-ignore lint/correctness/noEmptyPattern: Playwright reads the pattern
-  marker: async ({}, use) => use(`m${process.pid.toString(36)}${Date.now().toString(36)}x${++count}`),
+  marker: async ({}, use) =>
+    use(`m${process.pid.toString(36)}${Date.now().toString(36)}x${++count}`),
   watch: [
     async ({ page, line }, use) => {
       const violations = await watchPage(page, line.url);
       await use({ violations });
-      expect(violations, "requests elsewhere, breaches of the policy, errors of scripts").toEqual([]);
+      expect(violations, "requests elsewhere, breaches of the policy, errors of scripts").toEqual(
+        [],
+      );
     },
     { auto: true },
   ],
