@@ -8,7 +8,7 @@ import { ageOf, dateTime, duration, grouped, rate } from "../format";
 import { showEvent } from "../state/route";
 import { stats } from "../state/server";
 import { clock } from "../state/settings";
-import { held } from "../state/tail";
+import { held, queue } from "../state/tail";
 import { Kind } from "../ui/Kind";
 import { HistoryCharts } from "./HistoryCharts";
 import { NearnessMeters } from "./NearnessMeters";
@@ -121,7 +121,7 @@ function Newest() {
   const events = held.value.slice(0, 8);
   return (
     <section class="card" aria-labelledby="newest-title">
-      <h2 id="newest-title">Newest events</h2>
+      <h2 id="newest-title">Newest events{queue.value === "0" ? "" : ` of ${queue.value}`}</h2>
       {events.length === 0 ? <p class="muted">None have been seen yet.</p> : null}
       <ul class="newest">
         {events.map((event) => (
