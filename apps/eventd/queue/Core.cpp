@@ -122,11 +122,12 @@ void Core::keepLooking() {
 }
 
 void Core::look() {
-  m_looking = false;
   const std::vector<unsigned int> awaited = audience.awaited();
-  if (awaited.empty()) return;
-  m_queue.post([this, awaited] { lookFor(awaited); });
-  keepLooking();
+  if (awaited.empty()) {
+    m_looking = false;
+  } else {
+    m_queue.post([this, awaited] { lookFor(awaited); });
+  }
 }
 
 // In the database only audit records come from others. After a failed flush everything is looked
@@ -143,12 +144,17 @@ void Core::lookFor(const std::vector<unsigned int>& queues) {
     health.failed(Health::Matter::kRead, problem.what());
   }
   showArrivals();
+  // One look after the other, however long one takes.
+  m_looking = false;
+  keepLooking();
 }
 
 void Core::probe() {
   if (m_probing.exchange(true)) return;
-  m_queue.post([this] { tryQueues(); });
-  timer.callAfter(kProbeInterval, [this] { m_probing = false; });
+  m_queue.post([this] {
+    tryQueues();
+    timer.callAfter(kProbeInterval, [this] { m_probing = false; });
+  });
 }
 
 void Core::tryQueues() {
