@@ -113,6 +113,7 @@ void Library::arrived(unsigned int dsid, EventPtr event) {
     note(dsid, std::move(event));
   } catch (const Failure& problem) {
     // It is stored; when the queue can be read again it is noted with the others.
+    m_behind.insert(queueOf(dsid));
     WarningA(4, "eventd: event %lu is shown to nobody yet: %s", id, problem.what());
   }
 }
