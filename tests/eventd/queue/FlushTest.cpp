@@ -114,6 +114,11 @@ TEST_F(Flush, ThatFailedOnceLeavesNobodyBehind) {
     Inbox inbox;
     const auto subscription = inbox.subscribe(service(), 0);
     const unsigned long first = storeOne();
+    // From here on nobody but the producer waits for a flush.
+    ASSERT_TRUE(eventually([&] {
+      const Ids seen = inbox.ids();
+      return !seen.empty() && seen.back() == first;
+    }));
     FaultVfs::failFlush(1);
     const StoreResult failed = store(manyEvents(1));  // more may take more than one flush
     EXPECT_EQ(failed.code, EventSystem::kStoreFailure)
