@@ -67,6 +67,11 @@ void Audience::removed(unsigned int number, unsigned long id) {
   if (found != m_queues.end()) found->second.ring.remove(id);
 }
 
+void Audience::trustKeptEvents(bool trusted) {
+  if (std::exchange(m_trusted, trusted) == trusted || trusted) return;
+  for (auto& [number, each] : m_queues) each.ring.stop();
+}
+
 void Audience::forgetKeptEvents() {
   for (auto& [number, each] : m_queues) each.ring.clear();
 }
@@ -108,7 +113,7 @@ void Audience::add(const SubscriberPtr& subscriber) {
 
 void Audience::goOn(const SubscriberPtr& subscriber, unsigned long seenTo, unsigned long shown) {
   Queue& target = queue(subscriber->queue);
-  target.ring.beginAfter(shown);
+  if (m_trusted) target.ring.beginAfter(shown);
   subscriber->fetching = false;
   subscriber->seenTo = std::max(subscriber->seenTo, seenTo);
   pump(target, subscriber);

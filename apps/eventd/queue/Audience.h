@@ -63,6 +63,10 @@ class Audience {
   // Shows events that survive power loss to all that wait for them.
   void show(const Arrivals& arrivals);
 
+  // Whether all that arrives is shown: not between a failed flush and the time when what was noted
+  // before it has been noted anew. Nothing is kept then.
+  void trustKeptEvents(bool trusted);
+
   void removed(unsigned int queue, unsigned long id);
   void forgetKeptEvents();
 
@@ -110,6 +114,7 @@ class Audience {
   const std::function<void(const SubscriberPtr&)> m_fetch;
   std::map<unsigned int, Queue> m_queues;
   std::uint64_t m_lastNumber = 0;
+  bool m_trusted = true;
   bool m_closed = false;
 };
 

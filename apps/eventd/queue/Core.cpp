@@ -76,27 +76,21 @@ void Core::answer(std::function<void(int)> answer, Removed removed) {
   flusher.whenDurable([this, answer = std::move(answer), removed = std::move(removed),
                        arrivals = library.takeArrivals(),
                        generation = m_notedGeneration](int status) {
+    const bool current = generation == m_shownGeneration;
+    if (current) audience.trustKeptEvents(status == 0);
+    if (current && status != 0) flushFailed(status);
     answer(status);
-    settle(status, generation, arrivals, removed);
+    if (status != 0) return;
+    health.worked(Health::Matter::kFlush);
+    if (current) {
+      for (const Arrivals& each : arrivals) audience.show(each);
+    }
+    for (const auto& [queue, id] : removed) audience.removed(queue, id);
   });
 }
 
 void Core::showArrivals() {
   if (library.hasArrivals()) answer([](int) {});
-}
-
-void Core::settle(int status, unsigned int generation, const std::vector<Arrivals>& arrivals,
-                  const Removed& removed) {
-  const bool current = generation == m_shownGeneration;
-  if (status != 0) {
-    if (current) flushFailed(status);
-    return;
-  }
-  health.worked(Health::Matter::kFlush);
-  if (current) {
-    for (const Arrivals& each : arrivals) audience.show(each);
-  }
-  for (const auto& [queue, id] : removed) audience.removed(queue, id);
 }
 
 // Whether what was written is there will be seen when it can be read again; then it is shown.
@@ -122,11 +116,12 @@ void Core::keepLooking() {
 }
 
 void Core::look() {
-  m_looking = false;
   const std::vector<unsigned int> awaited = audience.awaited();
-  if (awaited.empty()) return;
-  m_queue.post([this, awaited] { lookFor(awaited); });
-  keepLooking();
+  if (awaited.empty()) {
+    m_looking = false;
+  } else {
+    m_queue.post([this, awaited] { lookFor(awaited); });
+  }
 }
 
 // In the database only audit records come from others. After a failed flush everything is looked
@@ -143,12 +138,17 @@ void Core::lookFor(const std::vector<unsigned int>& queues) {
     health.failed(Health::Matter::kRead, problem.what());
   }
   showArrivals();
+  // One look after the other, however long one takes.
+  m_looking = false;
+  keepLooking();
 }
 
 void Core::probe() {
   if (m_probing.exchange(true)) return;
-  m_queue.post([this] { tryQueues(); });
-  timer.callAfter(kProbeInterval, [this] { m_probing = false; });
+  m_queue.post([this] {
+    tryQueues();
+    timer.callAfter(kProbeInterval, [this] { m_probing = false; });
+  });
 }
 
 void Core::tryQueues() {

@@ -82,8 +82,6 @@ class Core {
 
  private:
   void runSlice(const TaskPtr& task);
-  void settle(int status, unsigned int generation, const std::vector<Arrivals>& arrivals,
-              const Removed& removed);
   void flushFailed(int status);
   void tryQueues();
   void look();

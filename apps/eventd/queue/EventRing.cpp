@@ -34,6 +34,11 @@ void EventRing::clear() {
   m_floor = m_last;
 }
 
+void EventRing::stop() {
+  clear();
+  m_floor.reset();
+}
+
 void EventRing::dropFirst() {
   const auto first = m_events.begin();
   m_floor = std::max(m_floor.value_or(0), first->first);

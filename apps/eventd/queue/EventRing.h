@@ -30,6 +30,9 @@ class EventRing {
   // Forgets all events up to now.
   void clear();
 
+  // Has nothing, until it begins anew.
+  void stop();
+
   // Whether it has all events above `id`.
   bool covers(unsigned long id) const { return m_floor && id >= *m_floor; }
 

@@ -113,6 +113,7 @@ void Library::arrived(unsigned int dsid, EventPtr event) {
     note(dsid, std::move(event));
   } catch (const Failure& problem) {
     // It is stored; when the queue can be read again it is noted with the others.
+    m_behind.insert(queueOf(dsid));
     WarningA(4, "eventd: event %lu is shown to nobody yet: %s", id, problem.what());
   }
 }
@@ -174,7 +175,7 @@ bool Library::walkDatabase(unsigned int dsid, unsigned long after, const std::se
                            const Visit& visit) {
   while (const auto event = m_queues.next(after, dsid)) {
     EventPtr found;
-    if (event->getId() <= after) {
+    if (!isNext(*event, dsid, after)) {
       found = misfiledAfter(dsid, after);
       if (!found) return true;
       after = found->id();
@@ -188,7 +189,15 @@ bool Library::walkDatabase(unsigned int dsid, unsigned long after, const std::se
   return true;
 }
 
-// A row that was damaged may hold an event with a lower id than its own: the walk goes on by rows.
+// A row that was damaged may hold an event with another id than its own: with a lower one the walk
+// would not advance, with a higher one it would leave out what is between.
+bool Library::isNext(Event& event, unsigned int dsid, unsigned long after) const {
+  const unsigned long id = event.getId();
+  if (id <= after || id == after + 1) return id > after;
+  const auto row = DatabaseQueueReader().find(id, dsid);
+  return row && row->eventString == eventStringOf(event);
+}
+
 EventPtr Library::misfiledAfter(unsigned int dsid, unsigned long after) const {
   const DatabaseQueueReader rows;
   unsigned long next = 0;

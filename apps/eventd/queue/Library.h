@@ -105,6 +105,7 @@ class Library {
   bool walkService(unsigned int dsid, unsigned long after, const std::set<int>& types,
                    const Visit& visit);
   EventPtr publishedOf(EventSystem::Event& event, unsigned int dsid, unsigned long id) const;
+  bool isNext(EventSystem::Event& event, unsigned int dsid, unsigned long after) const;
   EventPtr misfiledAfter(unsigned int dsid, unsigned long after) const;
 
   Tally& m_tally;

@@ -74,6 +74,8 @@ TEST_F(Check, LetsAReaderPassADamagedRow) {
   damage("eventstring=\"" + capacityText(1, 1700000000) + "\"", "3");
   start();
   EXPECT_THAT(idsAfter(0), ElementsAre(1, 3, 4));
+  damage("eventstring=\"" + capacityText(77, 1700000000) + "\"", "3");
+  EXPECT_THAT(idsAfter(0), ElementsAre(1, 3, 4)) << "nothing is passed over";
 }
 
 }  // namespace
