@@ -33,5 +33,14 @@ function(eventsystem_test)
   endif()
   gtest_discover_tests(${TEST_NAME}
     DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT 300 PROCESSORS ${weight} LABELS "${TEST_LABELS}")
+    TEST_LIST ${TEST_NAME}_tests
+    PROPERTIES TIMEOUT 300 PROCESSORS ${weight})
+  # The properties above cannot be lists, so the labels are set when CTest knows the tests.
+  set(file ${CMAKE_CURRENT_BINARY_DIR}/${TEST_NAME}_labels.cmake)
+  file(CONFIGURE OUTPUT ${file} @ONLY CONTENT [[
+if(@TEST_NAME@_tests)
+  set_tests_properties(${@TEST_NAME@_tests} PROPERTIES LABELS "@TEST_LABELS@")
+endif()
+]])
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${file})
 endfunction()

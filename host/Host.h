@@ -52,10 +52,16 @@ struct HostOptions {
   // unless set here, its log is standard error, with warnings and errors only.
   std::optional<LogLevel> logLevel;
   std::optional<std::filesystem::path> logFile;  // "-" is standard error
+  // In force unless [database] of host.ini says another.
+  Durability durability = Durability::kStrict;
 };
 
 // $XDG_STATE_HOME/eventsystem, or ~/.local/state/eventsystem where that is not set.
 EVENTSYSTEM_HOST_API std::filesystem::path defaultHome();
+
+// The configuration that a host with these options would have; nothing is opened or created.
+// Throws HostError.
+EVENTSYSTEM_HOST_API HostConfiguration effectiveConfiguration(const HostOptions& options);
 
 class EVENTSYSTEM_HOST_API Host {
  public:

@@ -111,13 +111,30 @@ std::optional<EventView> DatabaseQueueReader::find(unsigned long id, unsigned in
   return view;
 }
 
+bool DatabaseQueueReader::has(unsigned long id, unsigned int dsid) const {
+  const bool ofDataSelections = !isGlobalQueue(dsid);
+  auto table = openTable(ofDataSelections ? kDataSelectionEvents : kEvents);
+  if (!table || table->readRecord(std::to_string(id).c_str()) != 0) return false;
+  return !ofDataSelections || static_cast<unsigned int>(intOf(*table, "dataselection")) == dsid;
+}
+
 unsigned long DatabaseQueueReader::highestRowId(unsigned int dsid) const {
   unsigned long highest = 0;
-  walkQueue(dsid, [&](CTable& row) {
-    highest = std::max(highest, unsignedOf(row, "id"));
+  forEachId(dsid, [&](unsigned int, unsigned long id) {
+    highest = std::max(highest, id);
     return true;
   });
   return highest;
+}
+
+void DatabaseQueueReader::forEachId(unsigned int dsid, const IdVisitor& visit) const {
+  walkQueue(dsid, [&](CTable& row) { return visit(dsid, unsignedOf(row, "id")); });
+}
+
+void DatabaseQueueReader::forEachIdOfDataSelections(const IdVisitor& visit) const {
+  walk(kDataSelectionEvents, nullptr, [&](CTable& row) {
+    return visit(static_cast<unsigned int>(intOf(row, "dataselection")), unsignedOf(row, "id"));
+  });
 }
 
 unsigned long DatabaseQueueReader::highestId(unsigned int dsid) const {

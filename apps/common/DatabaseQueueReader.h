@@ -22,6 +22,15 @@ class DatabaseQueueReader : public QueueReader {
 
   // The highest row id of a queue; 0 for an empty one.
   unsigned long highestRowId(unsigned int dsid) const;
+
+  bool has(unsigned long id, unsigned int dsid) const;
+
+  // Returns false to end the walk.
+  using IdVisitor = std::function<bool(unsigned int dsid, unsigned long id)>;
+
+  // The ids of one queue's rows, or of those of all data selections, without a look at the events.
+  void forEachId(unsigned int dsid, const IdVisitor& visit) const;
+  void forEachIdOfDataSelections(const IdVisitor& visit) const;
 };
 
 }  // namespace EventApps

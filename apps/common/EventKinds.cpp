@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <ctime>
 #include <limits>
 #include <optional>
 
@@ -271,6 +272,22 @@ std::string whyNotAValue(const Field& field, const std::string& value) {
       break;
   }
   return whyNotText(field, value);
+}
+
+void fillDefaults(const EventKind& kind, FieldTexts& texts) {
+  for (const Field& field : kind.fields) {
+    if (texts.contains(field.key)) continue;
+    if (field.presence == kDefault) texts[field.key] = field.fallback;
+    if (field.presence == kNow) texts[field.key] = std::to_string(std::time(nullptr));
+  }
+}
+
+IssueFields issueFields(const EventKind& kind, const FieldTexts& texts) {
+  const auto issue = texts.find("issue");
+  if (kind.number != EventSystem::kKelpEvent || issue == texts.end()) return {};
+  const bool isFileGroup = numberOf<int>(texts, "issue") == 3;
+  return {findField(kind, isFileGroup ? "file_group" : "issue_duration"),
+          findField(kind, isFileGroup ? "issue_duration" : "file_group")};
 }
 
 std::string sectionForm(const EventKind& kind) {

@@ -68,6 +68,17 @@ bool isText(const EventKind* kind, const std::string& key);
 // Why `text` is no value of the field, or the empty text.
 std::string whyNotAValue(const Field& field, const std::string& text);
 
+// Gives the fields that may be left out their values, where they have one.
+void fillDefaults(const EventKind& kind, FieldTexts& texts);
+
+// A KelpEvent carries one of two fields, by its issue: the one that is needed and the one that
+// would be lost. Both null for other kinds, and without an issue.
+struct IssueFields {
+  const Field* needed = nullptr;
+  const Field* lost = nullptr;
+};
+IssueFields issueFields(const EventKind& kind, const FieldTexts& texts);
+
 // The section as it must read, for messages: "CAPACITYEVENT{capacity:N;...;server:TEXT;}}".
 std::string sectionForm(const EventKind& kind);
 

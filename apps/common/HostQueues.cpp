@@ -13,11 +13,7 @@ namespace EventApps {
 
 void requireDataSelection(unsigned int dsid) {
   if (isGlobalQueue(dsid) || QMDSIDValidate(dsid) != 0) return;
-  const std::string number = std::to_string(dsid);
-  throw Failure("data selection " + number +
-                " does not exist in the dataselection table; add it with: "
-                "eventctl dataselection add " +
-                number);
+  throw Failure(noSuchSelection(dsid));
 }
 
 int HostQueues::store(EventSystem::Event& event, unsigned int dsid, unsigned long& id) {
@@ -45,7 +41,7 @@ std::unique_ptr<EventSystem::Event> HostQueues::next(unsigned long afterId, unsi
 void HostQueues::remove(unsigned long id, unsigned int dsid) {
   m_manager.deleteEvent(id, dsid);
   if (isClustered() ? m_host->lastClusterCall().failure.empty()
-                    : !DatabaseQueueReader().find(id, dsid)) {
+                    : !DatabaseQueueReader().has(id, dsid)) {
     return;
   }
   throw Failure("event " + std::to_string(id) + " could not be deleted from " + queueName(dsid) +

@@ -109,6 +109,12 @@ std::string withId(const std::string& line, unsigned long id) {
   return changed;
 }
 
+std::string withDate(const std::string& line, unsigned long date) {
+  std::string changed = line;
+  setField(changed, ";date:", std::to_string(date));
+  return changed;
+}
+
 std::string withoutId(const std::string& line) {
   return withId(line, 0);
 }

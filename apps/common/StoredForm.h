@@ -13,6 +13,9 @@ namespace EventApps {
 // An event string with another id in its envelope.
 std::string withId(const std::string& line, unsigned long id);
 
+// An event string with another date in its envelope, in seconds since 1970.
+std::string withDate(const std::string& line, unsigned long date);
+
 // A parseable event string as a new event has it: with id 0. A store takes an event that has an id
 // already for one that it holds.
 std::string withoutId(const std::string& line);

@@ -1,11 +1,10 @@
 // `eventctl add KIND --field value...`: puts one event into a queue.
 
-#include <ctime>
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
-#include "EventSystem/ResultCode.h"
 #include "apps/common/EventKinds.h"
 #include "apps/common/EventLimits.h"
 #include "apps/common/EventView.h"
@@ -15,43 +14,32 @@
 #include "apps/common/StoredForm.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/ExitStatus.h"
-#include "apps/eventctl/Session.h"
+#include "apps/eventctl/Queues.h"
 
 namespace EventApps {
 namespace {
 
-// A KelpEvent carries one of two fields, by its issue.
-void requireIssueField(const FieldTexts& texts) {
-  const bool isFileGroup = texts.at("issue") == "3";
-  const char* const needed = isFileGroup ? "file_group" : "issue_duration";
-  const char* const unwritten = isFileGroup ? "issue_duration" : "file_group";
-  const EventKind& kind = *kindOf(EventSystem::kKelpEvent);
+void requireIssueField(const EventKind& kind, const FieldTexts& texts) {
+  const IssueFields fields = issueFields(kind, texts);
+  if (fields.needed == nullptr) return;
   const std::string issue = "--issue " + texts.at("issue");
-  if (!texts.contains(needed)) {
-    throw CLI::ValidationError(findField(kind, needed)->option, "is required with " + issue);
+  if (!texts.contains(fields.needed->key)) {
+    throw CLI::ValidationError(fields.needed->option, "is required with " + issue);
   }
-  if (texts.contains(unwritten)) {
-    throw CLI::ValidationError(findField(kind, unwritten)->option,
-                               "is not carried by an event with " + issue);
-  }
-}
-
-void fillDefaults(const EventKind& kind, FieldTexts& texts) {
-  for (const Field& field : kind.fields) {
-    if (texts.contains(field.key)) continue;
-    if (field.presence == Presence::kDefault) texts[field.key] = field.fallback;
-    if (field.presence == Presence::kNow) texts[field.key] = std::to_string(std::time(nullptr));
+  if (texts.contains(fields.lost->key)) {
+    throw CLI::ValidationError(fields.lost->option, "is not carried by an event with " + issue);
   }
 }
 
-[[noreturn]] void refused(QueueSession& session, int result, const std::string& queue) {
-  if (result == EventSystem::kStorageLimits) {
-    throw Failure("the event was refused: " + queue +
-                  " is full; consume or delete events, or raise count_limit in " +
-                  session.queues().limitsFile());
+[[noreturn]] void refused(const StoreOutcome& outcome, const std::string& queue) {
+  switch (outcome.refusal) {
+    case StoreOutcome::Refusal::kFull:
+      throw Failure("the event was refused: " + queue + " is full; " + outcome.reason);
+    case StoreOutcome::Refusal::kRejected:
+      throw Failure("the event was refused: " + outcome.reason);
+    default:
+      throw Failure("the event was not stored " + outcome.reason);
   }
-  throw Failure("the event was not stored (result " + std::to_string(result) + "); " +
-                session.queues().whyFailed());
 }
 
 void printAdded(const GlobalOptions& options, EventSystem::Event& event, unsigned long id) {
@@ -67,14 +55,20 @@ void printAdded(const GlobalOptions& options, EventSystem::Event& event, unsigne
 }
 
 int runAdd(const GlobalOptions& options, const EventKind& kind, const FieldTexts& texts) {
-  const auto event = kind.build(texts);
-  QueueSession session(options);
-  const std::string problem = whyNotStorable(*event, session.queues().destination(options.dsid));
+  std::vector<std::unique_ptr<EventSystem::Event>> events;
+  events.push_back(kind.build(texts));
+  const auto& event = events.front();
+  const auto queues = openToWrite(options);
+  queues->requireQueue(options.dsid);
+  std::string problem = whyNotStorable(*event, queues->destination(options.dsid, false));
+  if (!problem.empty()) {
+    problem = whyNotStorable(*event, queues->destination(options.dsid, true));
+  }
   if (!problem.empty()) throw Failure("the event was refused: " + problem);
-  unsigned long id = 0;
-  const int result = session.queues().store(*event, options.dsid, id);
-  if (result != 0) refused(session, result, queueName(options.dsid));
-  session.queues().makeDurable();
+  const StoreOutcome outcome = queues->store(events, options.dsid);
+  if (outcome.ids.empty()) refused(outcome, queueName(options.dsid));
+  queues->makeDurable();
+  const unsigned long id = outcome.ids.front();
   try {
     printAdded(options, *event, id);
   } catch (const OutputError& error) {
@@ -103,7 +97,7 @@ void defineKind(CLI::App& add, CommandLine& line, const EventKind& kind) {
   const auto texts = std::make_shared<FieldTexts>();
   for (const Field& field : kind.fields) defineField(*command, field, texts);
   command->callback([&line, &kind, texts] {
-    if (kind.number == EventSystem::kKelpEvent) requireIssueField(*texts);
+    requireIssueField(kind, *texts);
     fillDefaults(kind, *texts);
     line.run = [&line, &kind, texts] { return runAdd(line.global, kind, *texts); };
   });

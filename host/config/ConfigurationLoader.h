@@ -11,8 +11,9 @@
 
 namespace EventSystemHost {
 
-// Both files are optional. Throws HostError for an entry that is unknown or has a bad value.
-HostConfiguration loadConfiguration(const std::filesystem::path& home);
+// Both files are optional; `durability` is in force unless host.ini says another. Throws HostError
+// for an entry that is unknown or has a bad value.
+HostConfiguration loadConfiguration(const std::filesystem::path& home, Durability durability);
 
 }  // namespace EventSystemHost
 

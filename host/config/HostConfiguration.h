@@ -15,6 +15,11 @@ namespace EventSystemHost {
 
 enum class LogLevel { kOff, kError, kWarning, kInfo, kTrace };
 
+enum class LogFormat {
+  kText,  // time, level, code and text, for people
+  kJson   // the same as one JSON object a line, for programs
+};
+
 // What a returned call of the database has been promised; see docs/operations.md.
 enum class Durability {
   kStrict,  // survives power loss
@@ -51,8 +56,9 @@ struct HostConfiguration {
   LogLevel logLevel = LogLevel::kInfo;  // "level": off, error, warning, info or trace
   std::filesystem::path
       logFile;  // "file", "-" for standard error; default home/log/eventsystem.log
-  std::size_t logMaxBytes = 10u << 20;  // "max_bytes" of one file before it is rotated
-  std::size_t logMaxFiles = 5;          // "max_files" kept, the current one included
+  LogFormat logFormat = LogFormat::kText;  // "format": text or json
+  std::size_t logMaxBytes = 10u << 20;     // "max_bytes" of one file before it is rotated
+  std::size_t logMaxFiles = 5;             // "max_files" kept, the current one included
 
   // OrbCentral.ini, [events]
   int ageLimitDays = 0;    // "age_limit_days"; 0: no limit

@@ -10,9 +10,11 @@
 #include <string_view>
 #include <vector>
 
+#include "EventSystem/Export.h"
+
 namespace EventSystemHost {
 
-class IniFile {
+class EVENTSYSTEM_HOST_API IniFile {
  public:
   struct Entry {
     std::string section;
@@ -42,7 +44,7 @@ class IniFile {
 };
 
 // "FILE: [SECTION] NAME = "VALUE": ", the opening of every message about an entry.
-std::string describe(const std::string& file, const IniFile::Entry& entry);
+EVENTSYSTEM_HOST_API std::string describe(const std::string& file, const IniFile::Entry& entry);
 
 }  // namespace EventSystemHost
 

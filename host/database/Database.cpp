@@ -214,7 +214,11 @@ int Database::addTable(const char* name, const char* iniPath) {
       throw HostError(std::string(iniPath) + ": has no section [" + name + "]");
     }
     const TableDefinition& definition = defined->second;
-    if (existsAsDefined(definition, iniPath, connection())) return SQLITE_OK;
+    if (existsAsDefined(definition, iniPath, connection())) {
+      // Tables of other definitions than orbdb.ini's are known from here on.
+      if (m_catalogue->find(name, connection()) == nullptr) m_catalogue->add(definition);
+      return SQLITE_OK;
+    }
     const std::uint64_t before = m_writer->commits();
     // A table is not seen without its initial rows: they are inserted by a call of their own.
     const auto when =

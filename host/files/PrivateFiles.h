@@ -9,19 +9,22 @@
 #include <filesystem>
 #include <string_view>
 
+#include "EventSystem/Export.h"
+
 namespace EventSystemHost {
 
 // Creates what is missing of the directory's path, each part with mode 0700.
-void makePrivateDirectories(const std::filesystem::path& directory);
+EVENTSYSTEM_HOST_API void makePrivateDirectories(const std::filesystem::path& directory);
 
 // Makes the entries of a directory durable.
-void syncDirectory(const std::filesystem::path& directory);
+EVENTSYSTEM_HOST_API void syncDirectory(const std::filesystem::path& directory);
 
 // Creates an empty file with mode 0600, whatever the umask is. False when it exists.
-bool makePrivateFile(const std::filesystem::path& file);
+EVENTSYSTEM_HOST_API bool makePrivateFile(const std::filesystem::path& file);
 
 // Gives the file this content with mode 0600: after a crash it has all of it or does not exist.
-void writePrivateFile(const std::filesystem::path& file, std::string_view content);
+EVENTSYSTEM_HOST_API void writePrivateFile(const std::filesystem::path& file,
+                                           std::string_view content);
 
 }  // namespace EventSystemHost
 

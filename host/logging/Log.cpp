@@ -14,22 +14,26 @@
 
 #include "host/Host.h"
 #include "host/files/PrivateFiles.h"
+#include "host/logging/JsonText.h"
 #include "host/logging/LineWriter.h"
+#include "host/logging/Observers.h"
 
 namespace EventSystemHost {
 
 namespace {
 
 constexpr const char* kPattern = "%Y-%m-%dT%H:%M:%S.%e%z %l %v";
-constexpr std::size_t kRoomForCode = 16;
+constexpr const char* kJsonPattern = R"({"time":"%Y-%m-%dT%H:%M:%S.%e%z","level":"%l",%v})";
+constexpr std::size_t kRoomForCode = 32;
 
 constexpr std::array<spdlog::level::level_enum, 5> kLevels = {
     spdlog::level::off, spdlog::level::err, spdlog::level::warn, spdlog::level::info,
     spdlog::level::trace};
 
-std::shared_ptr<spdlog::logger> makeLogger(spdlog::sink_ptr sink, LogLevel level) {
+std::shared_ptr<spdlog::logger> makeLogger(spdlog::sink_ptr sink, LogLevel level,
+                                           LogFormat format) {
   auto logger = std::make_shared<spdlog::logger>("eventsystem", std::move(sink));
-  logger->set_pattern(kPattern);
+  logger->set_pattern(format == LogFormat::kJson ? kJsonPattern : kPattern);
   logger->set_level(kLevels.at(static_cast<std::size_t>(level)));
   logger->flush_on(spdlog::level::warn);
   return logger;
@@ -37,14 +41,15 @@ std::shared_ptr<spdlog::logger> makeLogger(spdlog::sink_ptr sink, LogLevel level
 
 // Where lines go while no log is open. Never destroyed: lines may come at exit, too.
 spdlog::logger& fallback() {
-  static auto* logger = new std::shared_ptr<spdlog::logger>(
-      makeLogger(std::make_shared<spdlog::sinks::stderr_sink_mt>(), LogLevel::kWarning));
+  static auto* logger = new std::shared_ptr<spdlog::logger>(makeLogger(
+      std::make_shared<spdlog::sinks::stderr_sink_mt>(), LogLevel::kWarning, LogFormat::kText));
   return **logger;
 }
 
 std::shared_ptr<spdlog::logger> openedLog;
 std::atomic<spdlog::logger*> current{nullptr};
 std::atomic<LogLevel> currentLevel{LogLevel::kWarning};
+std::atomic<LogFormat> currentFormat{LogFormat::kText};
 
 spdlog::sink_ptr openFile(const HostConfiguration& configuration) {
   makePrivateDirectories(configuration.logFile.parent_path());
@@ -93,11 +98,12 @@ void openLog(const HostConfiguration& configuration) {
   try {
     auto sink = configuration.logFile == "-" ? std::make_shared<spdlog::sinks::stderr_sink_mt>()
                                              : openFile(configuration);
-    openedLog = makeLogger(std::move(sink), configuration.logLevel);
+    openedLog = makeLogger(std::move(sink), configuration.logLevel, configuration.logFormat);
   } catch (const spdlog::spdlog_ex& problem) {
     throw HostError(configuration.logFile.string() +
                     ": the log cannot be opened: " + problem.what());
   }
+  currentFormat.store(configuration.logFormat);
   current.store(openedLog.get());
   currentLevel.store(configuration.logLevel);
 }
@@ -105,21 +111,32 @@ void openLog(const HostConfiguration& configuration) {
 void closeLog() {
   currentLevel.store(LogLevel::kWarning);
   current.store(nullptr);
+  currentFormat.store(LogFormat::kText);
   if (openedLog) openedLog->flush();
   openedLog.reset();
 }
 
+void flushLog() {
+  if (spdlog::logger* const logger = current.load(std::memory_order_acquire)) logger->flush();
+}
+
 bool logs(LogLevel level) {
-  return level <= currentLevel.load(std::memory_order_relaxed);
+  return level <= currentLevel.load(std::memory_order_relaxed) || isObserved(level);
 }
 
 void writeLine(LogLevel level, int code, std::string_view text) noexcept {
   try {
+    tellObservers(level, code, text);
     std::string line;
     line.reserve(text.size() + kRoomForCode);
-    line += std::to_string(code);
-    line += ' ';
-    appendVisible(line, text);
+    if (currentFormat.load(std::memory_order_relaxed) == LogFormat::kJson) {
+      line.append("\"code\":").append(std::to_string(code)).append(",\"message\":\"");
+      appendJsonText(line, text);
+      line += '"';
+    } else {
+      line.append(std::to_string(code)).append(" ");
+      appendVisible(line, text);
+    }
     spdlog::logger* logger = current.load(std::memory_order_acquire);
     (logger != nullptr ? *logger : fallback())
         .log(kLevels.at(static_cast<std::size_t>(level)), spdlog::string_view_t(line));

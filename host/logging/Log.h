@@ -7,6 +7,7 @@
 #ifndef EVENTSYSTEM_HOST_LOGGING_LOG_H
 #define EVENTSYSTEM_HOST_LOGGING_LOG_H
 
+#include "EventSystem/Export.h"
 #include "host/config/HostConfiguration.h"
 
 namespace EventSystemHost {
@@ -15,6 +16,10 @@ namespace EventSystemHost {
 // log, errors and warnings go to standard error.
 void openLog(const HostConfiguration& configuration);
 void closeLog();
+
+// Hands over to the system what was logged so far: lines below warnings wait for company. A process
+// that logs seldom and runs long calls this now and then; any thread, while no log is closed.
+EVENTSYSTEM_HOST_API void flushLog();
 
 }  // namespace EventSystemHost
 

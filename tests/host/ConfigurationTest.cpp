@@ -161,6 +161,18 @@ TEST_F(Configuration, OptionsGoBeforeTheLogSection) {
   EXPECT_FALSE(std::filesystem::exists(home() / "l.log"));
 }
 
+TEST_F(Configuration, TakesTheDurabilityThatTheProgramPrefersUnlessTheFileSaysAnother) {
+  const auto durability = [this] {
+    EventSystemHost::HostOptions options;
+    options.home = home();
+    options.durability = Durability::kGroup;
+    return EventSystemHost::Host(options).configuration().durability;
+  };
+  EXPECT_EQ(durability(), Durability::kGroup);
+  writeFile("host.ini", "[database]\ndurability = strict\n");
+  EXPECT_EQ(durability(), Durability::kStrict);
+}
+
 TEST_F(Configuration, RefusesWhatItDoesNotKnow) {
   const std::string file = (home() / "host.ini").string();
   EXPECT_EQ(refusal("[database]\ndurabilty = group\n"),

@@ -5,12 +5,19 @@
 #include <filesystem>
 #include <regex>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "EventSystem/platform/HostLog.h"
+#include "host/logging/Log.h"
+#include "host/logging/LogObserver.h"
 #include "tests/host/HostFixture.h"
 
 namespace EventSystemTest {
 namespace {
+
+using EventSystemHost::LogLevel;
+using EventSystemHost::LogObserver;
 
 class Log : public HostTest {
  protected:
@@ -66,6 +73,28 @@ TEST_F(Log, TracesWhenAsked) {
   EXPECT_EQ(TraceOn(), 0);
 }
 
+TEST_F(Log, TellsObserversOfWarningsAndErrorsWhateverItsLevel) {
+  for (const char* const level : {"off", "error", "trace"}) {
+    startWith(std::string("level = ") + level + "\n");
+    std::vector<std::string> told;
+    const auto take = [&told](LogLevel of, int code, std::string_view message) {
+      told.push_back((of == LogLevel::kError ? "error " : "warning ") + std::to_string(code) + " " +
+                     std::string(message));
+      ErrorA(5, "of the observer itself");
+    };
+    {
+      const LogObserver observer(take);
+      ErrorA(4, "read event %d\nfailed", 7);
+      WarningA(50, "limit");
+      InfoA(0, "nobody asks for this");
+      __Trace("nor for this");
+    }
+    ErrorA(4, "too late");
+    EXPECT_EQ(told, (std::vector<std::string>{"error 4 read event 7\nfailed", "warning 50 limit"}))
+        << level;
+  }
+}
+
 TEST_F(Log, IsSilentWhenOff) {
   startWith("level = off\n");
   ErrorA(4, "nothing");
@@ -101,6 +130,54 @@ TEST_F(Log, RotatesAndKeepsTheNumberOfFilesAskedFor) {
   }
   EXPECT_EQ(files, 3);
   EXPECT_NE(log().find("line 99"), std::string::npos);
+}
+
+TEST_F(Log, IsJsonWhenAsked) {
+  startWith("format = json\n");
+  EXPECT_EQ(ErrorA(4, "%s \"read\" event %lu", "here", 7UL), 4);
+  InfoA(-1, "a\\b\n\tc\x01\x7f \xc3\xa4 \xf0\x9f\x98\x80");
+  stop();
+  const std::string time =
+      "\\{\"time\":\"[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9:]{8}\\.[0-9]{3}[+-][0-9]{2}:[0-9]{2}\",";
+  const std::regex lines(
+      time + R"("level":"error","code":4,"message":"here \\"read\\" event 7"\}\n)" + time +
+      R"("level":"info","code":-1,"message":"a\\\\b\\n\\tc\\u0001\\u007f )" +
+      "\xc3\xa4 \xf0\x9f\x98\x80\"\\}\n");
+  EXPECT_TRUE(std::regex_match(log(), lines)) << log();
+}
+
+// What is no UTF-8 would make the line unreadable for those who read it as JSON.
+TEST_F(Log, AsJsonIsUtf8WhateverTheTextHolds) {
+  startWith("format = json\n");
+  const std::string replacement = "\xef\xbf\xbd";
+  for (const char* text : {"<\xff>", "<\x80>", "<\xc0>", "<\xf5>"}) InfoA(0, "%s", text);
+  for (const char* text : {"<\xc3>", "<\xe2\x82>", "<\xed\xa0\x80>"}) InfoA(0, "%s", text);
+  stop();
+  std::string lines = log();
+  std::size_t count = 0;
+  for (std::size_t at = lines.find("<" + replacement); at != std::string::npos;
+       at = lines.find("<" + replacement, at + 1)) {
+    ++count;
+  }
+  EXPECT_EQ(count, 7U) << lines;
+  EXPECT_EQ(lines.find('\xff'), std::string::npos);
+  EXPECT_EQ(lines.find('\xed'), std::string::npos);
+}
+
+TEST_F(Log, AsJsonDoesNotOutliveItsHost) {
+  startWith("format = json\n");
+  stop();
+  testing::internal::CaptureStderr();
+  WarningA(2, "after");
+  EXPECT_NE(testing::internal::GetCapturedStderr().find("warning 2 after"), std::string::npos);
+}
+
+TEST_F(Log, IsThereForOthersOnceFlushed) {
+  startWith("");
+  InfoA(0, "patience");
+  EXPECT_EQ(log().find("patience"), std::string::npos);
+  EventSystemHost::flushLog();
+  EXPECT_NE(log().find("patience"), std::string::npos);
 }
 
 TEST_F(Log, IsPrivateWhateverTheUmaskIs) {

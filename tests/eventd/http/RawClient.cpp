@@ -11,6 +11,7 @@
 #include <array>
 #include <cctype>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <stdexcept>
 
@@ -85,7 +86,10 @@ RawClient::RawClient(std::uint16_t port, const std::string& text)
 bool RawClient::startTls(const std::filesystem::path& authority,
                          const std::filesystem::path& certificate, const std::filesystem::path& key,
                          int mostVersion) {
+  std::signal(SIGPIPE, SIG_IGN);  // OpenSSL writes to sockets as to files
   m_context.reset(SSL_CTX_new(TLS_client_method()));
+  SSL_CTX_set_security_level(m_context.get(), 0);  // it is the server who is to refuse
+  SSL_CTX_set_min_proto_version(m_context.get(), TLS1_VERSION);
   SSL_CTX_set_max_proto_version(m_context.get(), mostVersion);
   SSL_CTX_load_verify_locations(m_context.get(), authority.c_str(), nullptr);
   SSL_CTX_set_verify(m_context.get(), SSL_VERIFY_PEER, nullptr);

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <random>
 #include <string>
 #include <vector>
@@ -53,6 +54,10 @@ struct Case {
   std::string bytes;
   std::vector<std::string> expected;
 };
+
+void PrintTo(const Case& one, std::ostream* out) {
+  *out << one.name;
+}
 
 std::string get(const std::string& headers) {
   return "GET / HTTP/1.1\r\nHost: h\r\n" + headers + "\r\n";
@@ -207,7 +212,7 @@ TEST(RequestReader, KeepsTrailersOutOfTheHeaders) {
 TEST(RequestReader, ReadsGarbageTheSameHoweverItIsCut) {
   std::mt19937 random(20260101);
   const std::vector<Case> seeds = cases();
-  for (int round = 0; round < 20000; ++round) {
+  for (int round = 0; round < 5000; ++round) {
     std::string bytes = seeds[random() % seeds.size()].bytes;
     for (unsigned changes = random() % 4; changes > 0; --changes) {
       const std::size_t at = random() % bytes.size();

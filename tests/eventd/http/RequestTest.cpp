@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <ostream>
 #include <string>
 
 #include "tests/eventd/http/TestServer.h"
@@ -158,9 +160,25 @@ TEST(Expectation, OfTooMuchIsNotMet) {
 }
 
 struct RefusedCase {
+  const char* name;
   std::string request;
   unsigned status;
 };
+
+void PrintTo(const RefusedCase& one, std::ostream* out) {
+  *out << one.name;
+}
+
+struct UnsendableCase {
+  const char* name;
+  Http::Response response;
+};
+
+void PrintTo(const UnsendableCase& one, std::ostream* out) {
+  *out << one.name;
+}
+
+constexpr auto kNameOf = [](const auto& instance) { return std::string(instance.param.name); };
 
 class RefusedRequest : public ::testing::TestWithParam<RefusedCase> {};
 
@@ -181,25 +199,46 @@ TEST_P(RefusedRequest, IsAnsweredAndEndsTheConnection) {
 INSTANTIATE_TEST_SUITE_P(
     Cases, RefusedRequest,
     ::testing::Values(
-        RefusedCase{"GET /%zz HTTP/1.1\r\nHost: h\r\n\r\n", 400},
-        RefusedCase{"GET / HTTP/1.1\r\nHost: h\r\nHost: g\r\n\r\n", 400},
-        RefusedCase{"POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 5\r\n"
+        RefusedCase{"BadEscape", "GET /%zz HTTP/1.1\r\nHost: h\r\n\r\n", 400},
+        RefusedCase{"SecondHost", "GET / HTTP/1.1\r\nHost: h\r\nHost: g\r\n\r\n", 400},
+        RefusedCase{"LengthAndChunked",
+                    "POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 5\r\n"
                     "Transfer-Encoding: chunked\r\n\r\n0\r\n\r\nGET /hello HTTP/1.1\r\n\r\n",
                     400},
-        RefusedCase{"GET / HTTP/1.1\r\nHost: h\r\nX: " + std::string(20000, 'x') + "\r\n\r\n", 431},
-        RefusedCase{"POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 1001\r\n\r\n", 413},
-        RefusedCase{"POST / HTTP/1.1\r\nHost: h\r\nTransfer-Encoding: gzip\r\n\r\n", 501},
-        RefusedCase{"GET / HTTP/3.0\r\nHost: h\r\n\r\n", 505}));
+        RefusedCase{"LongHead",
+                    "GET / HTTP/1.1\r\nHost: h\r\nX: " + std::string(20000, 'x') + "\r\n\r\n", 431},
+        RefusedCase{"LongBody", "POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 1001\r\n\r\n", 413},
+        RefusedCase{"OtherEncoding",
+                    "POST / HTTP/1.1\r\nHost: h\r\nTransfer-Encoding: gzip\r\n\r\n", 501},
+        RefusedCase{"OtherVersion", "GET / HTTP/3.0\r\nHost: h\r\n\r\n", 505}),
+    kNameOf);
 
 // Whoever sends a body that is too long is still sending when the answer comes.
-TEST(RefusedBody, IsReadOnUntilItsClientHasTheAnswer) {
+TEST(RefusedBody, IsReadOnUntilItsClientHangsUp) {
   Http::Limits limits;
   limits.bodyBytes = 1000;
+  limits.lingerTime = std::chrono::hours(1);
   TestServer server(limits);
   RawClient client(server.port());
-  const std::string body(200000, 'x');
-  client.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 200000\r\n\r\n" + body);
+  client.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 1000000\r\n\r\n");
   EXPECT_EQ(413u, client.reply().status);
+  EXPECT_EQ("", client.rest());
+  EXPECT_TRUE(client.send(std::string(1000000, 'x')));
+  EXPECT_TRUE(eventually([&] { return server.server().figures().bytesIn > 1000000; }));
+  EXPECT_EQ(1u, server.server().figures().connectionsOpen);
+  client.close();
+  EXPECT_TRUE(eventually([&] { return server.server().figures().connectionsOpen == 0; }));
+}
+
+TEST(RefusedBody, IsNotReadForEver) {
+  Http::Limits limits;
+  limits.bodyBytes = 1000;
+  limits.lingerTime = std::chrono::milliseconds(20);
+  TestServer server(limits);
+  RawClient client(server.port());
+  client.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 1000000\r\n\r\n");
+  EXPECT_EQ(413u, client.reply().status);
+  EXPECT_TRUE(eventually([&] { return server.server().figures().connectionsOpen == 0; }));
 }
 
 TEST(Refusal, IsWordedByWhoeverIsAsked) {
@@ -318,17 +357,17 @@ TEST(Answer, WithoutContentHasNone) {
   EXPECT_EQ("hello", client.ask("/hello").body);
 }
 
-class UnsendableAnswer : public ::testing::TestWithParam<Http::Response> {};
+class UnsendableAnswer : public ::testing::TestWithParam<UnsendableCase> {};
 
 TEST_P(UnsendableAnswer, IsNotSent) {
   TestServer server;
   RawClient client = server.client();
   client.get("/wait");
-  server.keptOne()->respond(GetParam());
+  server.keptOne()->respond(GetParam().response);
   EXPECT_EQ(500u, client.reply().status);
   client.get("/wait");
   const auto exchange = server.keptOne();
-  exchange->startStream(GetParam());
+  exchange->startStream(GetParam().response);
   EXPECT_EQ(500u, client.reply().status);
   EXPECT_EQ("hello", client.ask("/hello").body);
   EXPECT_EQ(2u, server.complaints().size());
@@ -336,10 +375,13 @@ TEST_P(UnsendableAnswer, IsNotSent) {
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, UnsendableAnswer,
-    ::testing::Values(Http::Response{200, "", "", {{"X", "a\r\nSet-Cookie: b"}}},
-                      Http::Response{200, "", "", {{"X: y\r\nZ", "a"}}},
-                      Http::Response{200, "", "", {{"", "a"}}}, Http::Response{200, "a\nb", "", {}},
-                      Http::Response{100, "", "", {}}, Http::Response{1000, "", "", {}}));
+    ::testing::Values(UnsendableCase{"SplitByAValue", {200, "", "", {{"X", "a\r\nSet-Cookie: b"}}}},
+                      UnsendableCase{"SplitByAName", {200, "", "", {{"X: y\r\nZ", "a"}}}},
+                      UnsendableCase{"NoName", {200, "", "", {{"", "a"}}}},
+                      UnsendableCase{"SplitByItsType", {200, "a\nb", "", {}}},
+                      UnsendableCase{"Interim", {100, "", "", {}}},
+                      UnsendableCase{"NoStatus", {1000, "", "", {}}}),
+    kNameOf);
 
 }  // namespace
 }  // namespace EventSystemTest

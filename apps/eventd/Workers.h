@@ -1,0 +1,43 @@
+// A few threads for what would hold up the network threads: large bodies, files, other servers.
+//
+// Thread safety: post() from any thread.
+
+#ifndef EVENTSYSTEM_APPS_EVENTD_WORKERS_H
+#define EVENTSYSTEM_APPS_EVENTD_WORKERS_H
+
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace EventApps {
+
+class Workers {
+ public:
+  Workers(unsigned threads, std::size_t mostTasks);
+  // Runs what was posted to its end.
+  ~Workers();
+
+  Workers(const Workers&) = delete;
+  Workers& operator=(const Workers&) = delete;
+
+  // Runs the task soon; it must not throw. False when too many wait already.
+  bool post(std::function<void()> task);
+
+ private:
+  void run();
+
+  const std::size_t m_mostTasks;
+  std::mutex m_mutex;
+  std::condition_variable m_changed;
+  std::deque<std::function<void()>> m_tasks;
+  bool m_stopping = false;
+  std::vector<std::thread> m_threads;  // last: they use the others
+};
+
+}  // namespace EventApps
+
+#endif

@@ -1,0 +1,147 @@
+// eventd: the event queues of a server as a service.
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <CLI/CLI.hpp>
+#include <chrono>
+#include <clocale>
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <string>
+
+#include "apps/common/Failure.h"
+#include "apps/eventd/Configuration.h"
+#include "apps/eventd/Daemon.h"
+#include "apps/eventd/Signals.h"
+#include "apps/eventd/Systemd.h"
+#include "apps/eventd/Version.h"
+#include "apps/eventd/http/Server.h"
+#include "host/Host.h"
+
+namespace {
+
+using namespace EventApps;
+using EventSystemHost::HostError;
+using EventSystemHost::HostOptions;
+
+enum ExitStatus : int {
+  kDone = 0,
+  kFailed = 1,
+  kUsage = 2  // a command line or a configuration that is wrong stays so: do not start again
+};
+
+struct Options {
+  std::string home;
+  std::string configuration;
+  bool checkOnly = false;
+};
+
+void complain(const std::string& message) {
+  std::fprintf(stderr, "eventd: %s\n", message.c_str());
+}
+
+// A standard descriptor that is closed would be given to the next file that is opened, and then be
+// written to.
+void occupyStandardDescriptors() {
+  for (int descriptor = 0; descriptor <= 2; ++descriptor) {
+    if (::fcntl(descriptor, F_GETFD) < 0) ::open("/dev/null", O_RDWR);
+  }
+}
+
+void define(CLI::App& app, Options& options) {
+  app.name("eventd");
+  app.description("The event queues of a deduplicating storage server, as a service over HTTP.");
+  app.set_version_flag("--version", std::string("eventd ") + kVersion,
+                       "print the version and exit");
+  app.add_option("--home", options.home, "directory of configuration and data")->type_name("DIR");
+  app.add_option("--config", options.configuration, "instead of HOME/eventd.ini")
+      ->type_name("FILE");
+  app.add_flag("--check-config", options.checkOnly,
+               "read the configuration, say what is wrong with it, and exit");
+  app.footer(
+      "It stays in the foreground and stops with SIGTERM or SIGINT: what was accepted is\n"
+      "finished. SIGHUP makes it read tokens and certificates again. Exit status: 0 stopped,\n"
+      "1 failed, 2 wrong usage or configuration.");
+}
+
+// Until a signal asks for the end.
+void serve(Daemon& daemon, const Signals& signals) {
+  constexpr std::chrono::milliseconds kLong(3600000);
+  const auto watchdog = Systemd::watchdogInterval();
+  Systemd::tellReady("listens on " + daemon.addresses());
+  while (true) {
+    if (watchdog) Systemd::tellAlive();
+    const auto signal = signals.wait(watchdog.value_or(kLong));
+    if (!signal) continue;
+    if (*signal != SIGHUP) break;
+    Systemd::tellReloading();
+    daemon.reload();
+    Systemd::tellReady("listens on " + daemon.addresses());
+  }
+  Systemd::tellStopping();
+}
+
+int run(const Options& options) {
+  const std::filesystem::path home =
+      options.home.empty() ? EventSystemHost::defaultHome() : std::filesystem::path(options.home);
+  const Configuration configuration = loadConfiguration(home, options.configuration);
+  requireSafe(configuration, TokenFile::load(configuration.tokensFile));
+  if (options.checkOnly) {
+    std::printf("%s: nothing is wrong\n", configuration.file.c_str());
+    return kDone;
+  }
+  const Signals signals;
+  const auto sockets = Systemd::takeSockets();
+  HostOptions host;
+  host.home = home;
+  host.durability = EventSystemHost::Durability::kGroup;
+  Daemon daemon(configuration, host, sockets);
+  serve(daemon, signals);
+  return kDone;
+}
+
+int runCaught(const Options& options) {
+  try {
+    return run(options);
+  } catch (const EventSystemHost::DatabaseBusy& problem) {
+    complain(problem.what());
+    return kFailed;
+  } catch (const Failure& problem) {
+    complain(problem.what());
+    return kUsage;
+  } catch (const std::exception& problem) {
+    complain(problem.what());
+    return kFailed;
+  }
+}
+
+int parseAndRun(int argc, char** argv) {
+  CLI::App app;
+  Options options;
+  define(app, options);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::Success& wanted) {
+    return app.exit(wanted);
+  } catch (const CLI::ParseError& problem) {
+    complain(problem.what());
+    complain("see eventd --help");
+    return kUsage;
+  }
+  return runCaught(options);
+}
+
+}  // namespace
+
+// Running out of memory here ends the program before anything is open.
+// NOLINTNEXTLINE(bugprone-exception-escape)
+int main(int argc, char** argv) {
+  occupyStandardDescriptors();
+  std::setlocale(LC_CTYPE, "C.UTF-8");
+  std::signal(SIGPIPE, SIG_IGN);
+  ::umask(S_IRWXG | S_IRWXO);
+  return parseAndRun(argc, argv);
+}

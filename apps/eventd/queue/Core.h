@@ -1,0 +1,105 @@
+// What the operations of a queue service share: its threads, the library, those who wait.
+//
+// Thread safety: as each member says; the functions from any thread unless they say otherwise.
+
+#ifndef EVENTSYSTEM_APPS_EVENTD_QUEUE_CORE_H
+#define EVENTSYSTEM_APPS_EVENTD_QUEUE_CORE_H
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "apps/eventd/queue/Audience.h"
+#include "apps/eventd/queue/AuditWatch.h"
+#include "apps/eventd/queue/FiguresCache.h"
+#include "apps/eventd/queue/Flusher.h"
+#include "apps/eventd/queue/Health.h"
+#include "apps/eventd/queue/KeyDesk.h"
+#include "apps/eventd/queue/Library.h"
+#include "apps/eventd/queue/Operations.h"
+#include "apps/eventd/queue/SelectionSet.h"
+#include "apps/eventd/queue/Task.h"
+#include "apps/eventd/queue/Timer.h"
+
+namespace EventApps {
+
+class Core {
+ public:
+  Core(EventSystemHost::Host& host, const ServiceLimits& limits, ServiceObserver* observer);
+  ~Core();
+
+  Core(const Core&) = delete;
+  Core& operator=(const Core&) = delete;
+
+  // Lets the queue thread work on it until it has ended.
+  void run(TaskPtr task);
+
+  void onQueueThread(std::function<void()> call) { m_queue.post(std::move(call)); }
+
+  // From the queue thread: `answer` runs on the answering thread with a database status, 0 when all
+  // that was written before survives power loss; then, not sooner, what has arrived is shown.
+  // Removed events are (queue, id).
+  using Removed = std::vector<std::pair<unsigned int, unsigned long>>;
+  void answer(std::function<void(int)> answer, Removed removed = {});
+
+  // Shows what has arrived, with nothing else to answer.
+  void showArrivals();
+
+  // What a failed flush means for who waited for it.
+  std::string flushProblem(int status) const;
+
+  // Looks for events that nobody here has written, while somebody waits.
+  void keepLooking();
+
+  // Finds out whether what has failed works again, now and then.
+  void probe();
+
+  EventSystemHost::Host& host;
+  const ServiceLimits limits;
+  Operations operations;
+  Tally tally;
+  Health health;
+  Places waitingPlaces;
+  Places subscriberPlaces;
+  const std::shared_ptr<Worker> answers;  // handles outlive it
+  Worker walker;                          // walks over whole queues
+
+  // Of the answering thread.
+  Audience audience;
+
+  Flusher flusher;
+
+  // Of the queue thread.
+  Library library;
+  KeyDesk keys;
+
+  SelectionSet selections;
+  FiguresCache figures;
+  Timer timer;
+
+ private:
+  void runSlice(const TaskPtr& task);
+  void settle(int status, unsigned int generation, const std::vector<Arrivals>& arrivals,
+              const Removed& removed);
+  void flushFailed(int status);
+  void tryQueues();
+  void look();
+  void lookFor(const std::vector<unsigned int>& queues);
+  void fetch(const SubscriberPtr& subscriber);
+
+  AuditWatch m_auditWatch;  // of the queue thread
+  std::atomic<bool> m_looking = false;
+  std::atomic<bool> m_probing = false;
+  // How often a flush has failed: as the queue thread and as the answering thread know it. What the
+  // one has noted before it knew is not shown by the other: it is noted once more.
+  unsigned int m_notedGeneration = 0;
+  unsigned int m_shownGeneration = 0;
+  Worker m_queue;  // last: it uses the others
+};
+
+}  // namespace EventApps
+
+#endif

@@ -1,0 +1,38 @@
+// How much a queue service keeps and how often it looks; every number bounds something.
+//
+// Thread safety: plain values.
+
+#ifndef EVENTSYSTEM_APPS_EVENTD_QUEUE_SERVICELIMITS_H
+#define EVENTSYSTEM_APPS_EVENTD_QUEUE_SERVICELIMITS_H
+
+#include <chrono>
+#include <cstddef>
+
+namespace EventApps {
+
+struct ServiceLimits {
+  // Readers that wait for an event, and subscribers, at one time; more are refused.
+  std::size_t waitingReaders = 4096;
+  std::size_t subscribers = 1024;
+
+  // The newest events of each queue that are kept for readers, in number and in bytes.
+  std::size_t keptEvents = 4096;
+  std::size_t keptBytes = 4u << 20;
+
+  // Idempotency keys: how long one is known at least, unless there are more rows than this; one row
+  // for each event of a request. Where more are needed the oldest go first.
+  std::chrono::seconds keyLife = std::chrono::hours(24);
+  std::size_t keyRows = 100000;
+
+  // Events that nobody here has written are looked for this often while somebody waits for them.
+  std::chrono::milliseconds lookForAuditRows{1000};
+  std::chrono::milliseconds lookForOtherMembers{250};
+
+  // Figures are read anew at most this often, and never take more than this part of the time.
+  std::chrono::milliseconds figuresAge{2000};
+  double figuresShare = 0.05;
+};
+
+}  // namespace EventApps
+
+#endif

@@ -1,0 +1,160 @@
+// What a queue service is asked, and what it answers.
+//
+// Thread safety: plain values; the handles' operations may be called from any thread.
+
+#ifndef EVENTSYSTEM_APPS_EVENTD_QUEUE_SERVICEREQUESTS_H
+#define EVENTSYSTEM_APPS_EVENTD_QUEUE_SERVICEREQUESTS_H
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "apps/common/DataSelections.h"
+#include "apps/common/QueueCheck.h"
+#include "apps/common/QueueFigures.h"
+#include "apps/eventd/queue/Published.h"
+
+namespace EventApps {
+
+// A request that its sender may repeat: the same key with the same body is the same request.
+struct IdempotencyKey {
+  std::string key;   // as the sender chose it
+  std::string body;  // the request's whole body, or what stands for it
+};
+
+// Codes are the manager's results (see EventSystem/ResultCode.h); `problem` is empty for 0.
+struct StoreResult {
+  int code = 0;
+  std::vector<unsigned long> ids;  // of those stored, in order; also when the rest failed
+  std::string problem;
+  bool replayed = false;     // nothing was stored: the key was known, and these are its ids
+  bool keyMismatch = false;  // the key was used with another body; nothing was stored
+};
+
+struct ReadRequest {
+  unsigned int dsid = 0;
+  unsigned long after = 0;
+  unsigned int limit = 100;
+  std::set<int> types;  // empty: all
+  std::chrono::milliseconds wait{0};
+};
+
+struct ReadResult {
+  EventList events;        // in the order of their ids
+  unsigned long last = 0;  // of the last one; what was asked after when there is none
+  int code = 0;
+  std::string problem;
+};
+
+struct FindResult {
+  EventPtr event;  // null when there is none, or code is not 0
+  int code = 0;
+  std::string problem;
+};
+
+struct RemoveResult {
+  bool found = false;
+  int code = 0;
+  std::string problem;
+};
+
+struct RemoveUpToResult {
+  unsigned long deleted = 0;  // or that would be
+  unsigned long last = 0;     // the highest of their ids; 0 when there is none
+  int code = 0;
+  std::string problem;
+};
+
+struct CheckResult {
+  CheckReport report;
+  std::string problem;  // not empty: it could not be made
+};
+
+// Queues as they were at one moment.
+struct FiguresSnapshot {
+  Figures queues;
+  std::vector<DataSelection> selections;  // all of them, also those without events
+  std::string problem;                    // why they could not be read; the rest is empty then
+};
+using FiguresPtr = std::shared_ptr<const FiguresSnapshot>;
+
+// Whether queues can be read and written, and if not why, in words for the operator.
+struct Readiness {
+  bool ready = false;
+  std::string why;
+};
+
+struct LastCheck {
+  std::chrono::system_clock::time_point time;
+  std::size_t findings = 0;
+  int remaining = 0;
+};
+
+// What has happened since the service was made.
+struct ServiceCounters {
+  std::map<int, std::uint64_t> written;  // by type; of requests, not of the audit import
+  std::uint64_t deleted = 0;
+  std::uint64_t auditImports = 0;                // audit events taken in, at the start too
+  std::map<std::string, std::uint64_t> refused;  // events or requests: full, failed, too-long, ...
+  std::uint64_t flushes = 0;
+  std::uint64_t failedFlushes = 0;
+  std::uint64_t waitingReaders = 0;  // now
+  std::uint64_t subscribers = 0;     // now
+  std::uint64_t keyRows = 0;         // now
+  std::optional<LastCheck> lastCheck;
+};
+
+// A read that may be waiting.
+class Waiting {
+ public:
+  explicit Waiting(std::function<void()> cancel) : m_cancel(std::move(cancel)) {}
+
+  // For a client that has gone: `done` is not called any more, unless that has begun. Not needed
+  // otherwise; a handle may be thrown away.
+  void cancel() const { m_cancel(); }
+
+ private:
+  std::function<void()> m_cancel;
+};
+
+// A subscriber, for as long as the handle lives.
+class Subscription {
+ public:
+  Subscription(std::function<void()> resume, std::function<void()> cancel)
+      : m_resume(std::move(resume)), m_cancel(std::move(cancel)) {}
+  ~Subscription() { cancel(); }
+
+  Subscription(Subscription&& other) noexcept
+      : m_resume(std::exchange(other.m_resume, nullptr)),
+        m_cancel(std::exchange(other.m_cancel, nullptr)) {}
+  Subscription& operator=(Subscription&& other) noexcept {
+    std::swap(m_resume, other.m_resume);
+    std::swap(m_cancel, other.m_cancel);
+    return *this;
+  }
+
+  // More may be delivered again, after `deliver` has returned false.
+  void resume() const {
+    if (m_resume) m_resume();
+  }
+
+  // Nothing is delivered any more, unless that has begun.
+  void cancel() const {
+    if (m_cancel) m_cancel();
+  }
+
+ private:
+  std::function<void()> m_resume;
+  std::function<void()> m_cancel;
+};
+
+}  // namespace EventApps
+
+#endif

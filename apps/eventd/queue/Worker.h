@@ -1,0 +1,46 @@
+// A thread that does one job after the other.
+//
+// Thread safety: post() from any thread, jobs included; finish() and destruction from one other.
+
+#ifndef EVENTSYSTEM_APPS_EVENTD_QUEUE_WORKER_H
+#define EVENTSYSTEM_APPS_EVENTD_QUEUE_WORKER_H
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <thread>
+
+namespace EventApps {
+
+class Worker {
+ public:
+  // What a job throws is logged.
+  using Job = std::function<void()>;
+
+  Worker();
+  ~Worker();
+
+  Worker(const Worker&) = delete;
+  Worker& operator=(const Worker&) = delete;
+
+  // After finish() jobs are thrown away.
+  void post(Job job);
+
+  // Does what was posted, and what that posts; then the thread ends.
+  void finish();
+
+ private:
+  void run();
+
+  std::mutex m_mutex;
+  std::condition_variable m_changed;
+  std::deque<Job> m_jobs;
+  bool m_finish = false;
+  bool m_ended = false;
+  std::thread m_thread;  // last: it uses the others
+};
+
+}  // namespace EventApps
+
+#endif

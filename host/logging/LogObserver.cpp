@@ -1,0 +1,56 @@
+#include "host/logging/LogObserver.h"
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <shared_mutex>
+#include <utility>
+#include <vector>
+
+#include "host/logging/Observers.h"
+
+namespace EventSystemHost {
+namespace {
+
+struct Observers {
+  std::shared_mutex mutex;
+  std::vector<const LogObserver*> all;
+  std::atomic<bool> any = false;
+};
+
+// Never destroyed: lines may come at exit, too.
+Observers& observers() {
+  static auto* const instance = std::make_unique<Observers>().release();
+  return *instance;
+}
+
+thread_local bool observing = false;
+
+}  // namespace
+
+LogObserver::LogObserver(Observe observe) : m_observe(std::move(observe)) {
+  const std::unique_lock lock(observers().mutex);
+  observers().all.push_back(this);
+  observers().any = true;
+}
+
+LogObserver::~LogObserver() {
+  const std::unique_lock lock(observers().mutex);
+  std::erase(observers().all, this);
+  observers().any = !observers().all.empty();
+}
+
+bool isObserved(LogLevel level) {
+  return (level == LogLevel::kError || level == LogLevel::kWarning) &&
+         observers().any.load(std::memory_order_relaxed) && !observing;
+}
+
+void tellObservers(LogLevel level, int code, std::string_view message) {
+  if (!isObserved(level)) return;
+  observing = true;
+  const std::shared_lock lock(observers().mutex);
+  for (const LogObserver* const each : observers().all) (*each)(level, code, message);
+  observing = false;
+}
+
+}  // namespace EventSystemHost

@@ -1,0 +1,168 @@
+// Subscribers.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/eventd/queue/Inbox.h"
+#include "tests/eventd/queue/ServiceFixture.h"
+#include "tests/support/AuditFile.h"
+
+namespace EventSystemTest {
+namespace {
+
+using EventApps::Subscription;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class Subscribe : public ServiceTest {
+ protected:
+  std::optional<Subscription> subscribe(Inbox& inbox, std::optional<unsigned long> after,
+                                        std::set<int> types = {}, unsigned int dsid = 0) {
+    return inbox.subscribe(service(), after, std::move(types), dsid);
+  }
+
+  static Ids upTo(unsigned long last) {
+    Ids ids;
+    for (unsigned long id = 1; id <= last; ++id) ids.push_back(id);
+    return ids;
+  }
+
+  Inbox m_inbox;
+  Inbox m_other;
+};
+
+TEST_F(Subscribe, GetsWhatArrivesFromNowOn) {
+  start();
+  store(manyEvents(3));
+  const auto subscription = subscribe(m_inbox, std::nullopt);
+  // The subscriber has begun when one that came behind it has.
+  const auto behind = subscribe(m_other, 0);
+  ASSERT_TRUE(m_other.has(3));
+  store(manyEvents(2));
+  ASSERT_TRUE(m_inbox.has(2));
+  EXPECT_THAT(m_inbox.ids(), ElementsAre(4, 5));
+}
+
+TEST_F(Subscribe, GetsEverythingAfterAnIdOnceAndInOrder) {
+  limits.keptEvents = 10;
+  start();
+  store(manyEvents(1000));
+  std::thread writer([&] {
+    for (int i = 0; i < 200; ++i) storeOne();
+  });
+  const auto subscription = subscribe(m_inbox, 0);
+  writer.join();
+  ASSERT_TRUE(m_inbox.has(1200));
+  EXPECT_EQ(m_inbox.ids(), upTo(1200));
+}
+
+TEST_F(Subscribe, GetsNoMoreThanItWants) {
+  limits.keptEvents = 10;
+  start();
+  m_inbox.wantMore(false);
+  const auto subscription = subscribe(m_inbox, 0);
+  const auto other = subscribe(m_other, 0);
+  for (int i = 0; i < 100; ++i) storeOne();
+  ASSERT_TRUE(m_other.has(100));
+  EXPECT_EQ(m_inbox.ids().size(), 1u) << "the first delivery stopped it";
+  m_inbox.wantMore(true);
+  subscription->resume();
+  ASSERT_TRUE(m_inbox.has(100));
+  EXPECT_EQ(m_inbox.ids(), upTo(100)) << "though memory holds ten events";
+  storeOne();
+  ASSERT_TRUE(m_inbox.has(101));
+}
+
+TEST_F(Subscribe, GetsItsTypesAndItsQueueOnly) {
+  start();
+  addDataSelection(5);
+  Events events = manyEvents(2);
+  events.push_back(auditEvent("old"));
+  store(std::move(events));
+  const auto audits = subscribe(m_inbox, 0, {EventSystem::kAuditEvent});
+  const auto selection = subscribe(m_other, 0, {}, 5);
+  storeOne();
+  storeOne("a", 5);
+  events = manyEvents(1);
+  events.push_back(auditEvent("new"));
+  store(std::move(events));
+  ASSERT_TRUE(m_inbox.has(2));
+  EXPECT_THAT(m_inbox.ids(), ElementsAre(3, 6));
+  ASSERT_TRUE(m_other.has(1));
+  EXPECT_THAT(m_other.ids(), ElementsAre(1));
+}
+
+TEST_F(Subscribe, EndsWithItsHandle) {
+  start();
+  {
+    const auto subscription = subscribe(m_inbox, 0);
+    const auto other = subscribe(m_other, 0);
+    storeOne();
+    ASSERT_TRUE(m_inbox.has(1));
+    ASSERT_TRUE(m_other.has(1));
+    EXPECT_EQ(service().counters().subscribers, 2u);
+  }
+  EXPECT_TRUE(eventually([&] { return service().counters().subscribers == 0; }));
+  storeOne();
+  EXPECT_EQ(idsAfter(0).size(), 2u);
+  EXPECT_EQ(m_inbox.ids().size(), 1u);
+  EXPECT_EQ(m_inbox.why(), "");
+}
+
+TEST_F(Subscribe, IsToldThatTheServiceEnds) {
+  start();
+  const auto subscription = subscribe(m_inbox, 0);
+  storeOne();
+  ASSERT_TRUE(m_inbox.has(1));
+  stop();
+  EXPECT_NE(m_inbox.why(), "");
+  subscription->resume();
+}
+
+TEST_F(Subscribe, IsRefusedWhenThereAreTooMany) {
+  limits.subscribers = 1;
+  start();
+  const auto first = subscribe(m_inbox, 0);
+  EXPECT_TRUE(first);
+  EXPECT_FALSE(subscribe(m_other, 0));
+}
+
+TEST_F(Subscribe, GetsAuditRecords) {
+  limits.lookForAuditRows = std::chrono::milliseconds(10);
+  start();
+  const auto subscription = subscribe(m_inbox, std::nullopt);
+  std::filesystem::create_directories(auditDatabase().parent_path());
+  AuditFile file(auditDatabase());
+  for (int row = 1; row <= 3; ++row) {
+    file.add(row, "row " + std::to_string(row));
+    ASSERT_TRUE(m_inbox.has(static_cast<std::size_t>(row)));
+  }
+  EXPECT_EQ(m_inbox.ids(), upTo(3));
+  EXPECT_EQ(service().counters().auditImports, 3u);
+}
+
+TEST_F(Subscribe, GetsAuditRecordsInOrderWithOtherEvents) {
+  start();
+  std::filesystem::create_directories(auditDatabase().parent_path());
+  AuditFile file(auditDatabase());
+  const auto subscription = subscribe(m_inbox, 0);
+  for (int row = 1; row <= 20; ++row) {
+    file.add(row, "row " + std::to_string(row));
+    read({0, 0, 1, {}, {}});  // takes it in, and does not come to it
+    storeOne();
+  }
+  ASSERT_TRUE(m_inbox.has(40));
+  EXPECT_EQ(m_inbox.ids(), upTo(40));
+}
+
+TEST_F(Subscribe, DoesNotGetFromMemoryWhatWasRemoved) {
+  start();
+  store(manyEvents(5));
+  remove(3);
+  const auto subscription = subscribe(m_inbox, 0);
+  ASSERT_TRUE(m_inbox.has(4));
+  EXPECT_THAT(m_inbox.ids(), ElementsAre(1, 2, 4, 5));
+}
+
+}  // namespace
+}  // namespace EventSystemTest
