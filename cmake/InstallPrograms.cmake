@@ -15,6 +15,8 @@ function(install_program_files)
   set(completion ${PROJECT_SOURCE_DIR}/packaging/completion)
   install(FILES ${completion}/eventctl.bash RENAME ${FILES_NAME}
           DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+  install(FILES ${completion}/eventctl.fish RENAME ${FILES_NAME}.fish
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endfunction()
 
 # The reader of OrbCentral.ini's manual is led to that of host.ini.

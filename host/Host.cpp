@@ -90,26 +90,6 @@ class RunningCluster {
   RunningCluster& operator=(const RunningCluster&) = delete;
 };
 
-HostConfiguration configure(const HostOptions& options) {
-  const std::filesystem::path home = options.home.empty() ? defaultHome() : options.home;
-  HostConfiguration configuration =
-      loadConfiguration(std::filesystem::absolute(home), options.durability);
-  if (options.access != Access::kReadWrite) {
-    configuration.logFile = "-";
-    configuration.logLevel = std::min(configuration.logLevel, LogLevel::kWarning);
-  }
-  if (options.logLevel) configuration.logLevel = *options.logLevel;
-  if (options.logFile) configuration.logFile = *options.logFile;
-  configuration.databaseFile = locateDatabase(configuration.databaseFile);
-  requireDistinctFiles(configuration);
-  if (options.access == Access::kServiceOnly && !configuration.clusterMode) {
-    throw HostError(configuration.hostFile.string() +
-                    ": [cluster] cluster_mode is 0: the queues are " +
-                    "in the database, not at a service");
-  }
-  return configuration;
-}
-
 // A reader in cluster mode needs the database only for what it knows of data selections.
 std::unique_ptr<OpenDatabase> openDatabase(const HostConfiguration& configuration, Access access) {
   std::error_code error;
@@ -171,8 +151,28 @@ std::filesystem::path defaultHome() {
   return std::filesystem::path(home) / ".local" / "state" / "eventsystem";
 }
 
+HostConfiguration effectiveConfiguration(const HostOptions& options) {
+  const std::filesystem::path home = options.home.empty() ? defaultHome() : options.home;
+  HostConfiguration configuration =
+      loadConfiguration(std::filesystem::absolute(home), options.durability);
+  if (options.access != Access::kReadWrite) {
+    configuration.logFile = "-";
+    configuration.logLevel = std::min(configuration.logLevel, LogLevel::kWarning);
+  }
+  if (options.logLevel) configuration.logLevel = *options.logLevel;
+  if (options.logFile) configuration.logFile = *options.logFile;
+  configuration.databaseFile = locateDatabase(configuration.databaseFile);
+  requireDistinctFiles(configuration);
+  if (options.access == Access::kServiceOnly && !configuration.clusterMode) {
+    throw HostError(configuration.hostFile.string() +
+                    ": [cluster] cluster_mode is 0: the queues are " +
+                    "in the database, not at a service");
+  }
+  return configuration;
+}
+
 Host::Host(const HostOptions& options)
-    : m_configuration(configure(options)),
+    : m_configuration(effectiveConfiguration(options)),
       m_parts(std::make_unique<Parts>(m_configuration, options.access)) {
   const bool copies = m_configuration.clusterMode && options.access == Access::kReadWrite;
   if (copies) forgetCopiesOfGoneRows(m_configuration);

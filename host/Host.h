@@ -59,6 +59,10 @@ struct HostOptions {
 // $XDG_STATE_HOME/eventsystem, or ~/.local/state/eventsystem where that is not set.
 EVENTSYSTEM_HOST_API std::filesystem::path defaultHome();
 
+// The configuration that a host with these options would have; nothing is opened or created.
+// Throws HostError.
+EVENTSYSTEM_HOST_API HostConfiguration effectiveConfiguration(const HostOptions& options);
+
 class EVENTSYSTEM_HOST_API Host {
  public:
   // Reads home/host.ini and home/OrbCentral.ini (both optional), opens log and database, and

@@ -13,11 +13,7 @@ namespace EventApps {
 
 void requireDataSelection(unsigned int dsid) {
   if (isGlobalQueue(dsid) || QMDSIDValidate(dsid) != 0) return;
-  const std::string number = std::to_string(dsid);
-  throw Failure("data selection " + number +
-                " does not exist in the dataselection table; add it with: "
-                "eventctl dataselection add " +
-                number);
+  throw Failure(noSuchSelection(dsid));
 }
 
 int HostQueues::store(EventSystem::Event& event, unsigned int dsid, unsigned long& id) {

@@ -26,6 +26,9 @@ class LineReader {
   // long is passed over. Throws Failure when reading fails.
   Result next(std::string& line);
 
+  // Whether next() can give a line without reading more.
+  bool hasLine() const { return m_buffer.find('\n', m_position) != std::string::npos; }
+
   // "standard input" or the file's name.
   const std::string& name() const { return m_name; }
   // Bytes read so far, and of the whole input; 0 where that is not known.

@@ -17,6 +17,9 @@ constexpr bool isGlobalQueue(unsigned int dsid) {
 // "the global queue" or "the queue of data selection N".
 std::string queueName(unsigned int dsid);
 
+// Why there is no queue of a data selection that does not exist, and what to do.
+std::string noSuchSelection(unsigned int dsid);
+
 }  // namespace EventApps
 
 #endif

@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
-#include "EventSystem/ResultCode.h"
 #include "apps/common/EventKinds.h"
 #include "apps/common/EventLimits.h"
 #include "apps/common/EventView.h"
@@ -14,7 +14,7 @@
 #include "apps/common/StoredForm.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/ExitStatus.h"
-#include "apps/eventctl/Session.h"
+#include "apps/eventctl/Queues.h"
 
 namespace EventApps {
 namespace {
@@ -31,14 +31,15 @@ void requireIssueField(const EventKind& kind, const FieldTexts& texts) {
   }
 }
 
-[[noreturn]] void refused(QueueSession& session, int result, const std::string& queue) {
-  if (result == EventSystem::kStorageLimits) {
-    throw Failure("the event was refused: " + queue +
-                  " is full; consume or delete events, or raise count_limit in " +
-                  session.queues().limitsFile());
+[[noreturn]] void refused(const StoreOutcome& outcome, const std::string& queue) {
+  switch (outcome.refusal) {
+    case StoreOutcome::Refusal::kFull:
+      throw Failure("the event was refused: " + queue + " is full; " + outcome.reason);
+    case StoreOutcome::Refusal::kRejected:
+      throw Failure("the event was refused: " + outcome.reason);
+    default:
+      throw Failure("the event was not stored " + outcome.reason);
   }
-  throw Failure("the event was not stored (result " + std::to_string(result) + "); " +
-                session.queues().whyFailed());
 }
 
 void printAdded(const GlobalOptions& options, EventSystem::Event& event, unsigned long id) {
@@ -54,14 +55,20 @@ void printAdded(const GlobalOptions& options, EventSystem::Event& event, unsigne
 }
 
 int runAdd(const GlobalOptions& options, const EventKind& kind, const FieldTexts& texts) {
-  const auto event = kind.build(texts);
-  QueueSession session(options);
-  const std::string problem = whyNotStorable(*event, session.queues().destination(options.dsid));
+  std::vector<std::unique_ptr<EventSystem::Event>> events;
+  events.push_back(kind.build(texts));
+  const auto& event = events.front();
+  const auto queues = openToWrite(options);
+  queues->requireQueue(options.dsid);
+  std::string problem = whyNotStorable(*event, queues->destination(options.dsid, false));
+  if (!problem.empty()) {
+    problem = whyNotStorable(*event, queues->destination(options.dsid, true));
+  }
   if (!problem.empty()) throw Failure("the event was refused: " + problem);
-  unsigned long id = 0;
-  const int result = session.queues().store(*event, options.dsid, id);
-  if (result != 0) refused(session, result, queueName(options.dsid));
-  session.queues().makeDurable();
+  const StoreOutcome outcome = queues->store(events, options.dsid);
+  if (outcome.ids.empty()) refused(outcome, queueName(options.dsid));
+  queues->makeDurable();
+  const unsigned long id = outcome.ids.front();
   try {
     printAdded(options, *event, id);
   } catch (const OutputError& error) {

@@ -1,7 +1,6 @@
 #include "apps/eventctl/ChangeWatch.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/inotify.h>
 #include <unistd.h>
 
@@ -36,20 +35,15 @@ void ChangeWatch::forget() {
   takeChanges();
 }
 
-ChangeWatch::Woken ChangeWatch::wait(int stop, int output, std::chrono::milliseconds bound) {
+Woken ChangeWatch::wait(const Listener& listener, std::chrono::milliseconds bound) {
   const auto end = std::chrono::steady_clock::now() + bound;
   watchDirectories();
   while (true) {
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
         end - std::chrono::steady_clock::now());
-    if (left.count() <= 0) return Woken::kMaybeChanged;
-    std::array<pollfd, 3> waits = {{{.fd = m_descriptor, .events = POLLIN, .revents = 0},
-                                    {.fd = stop, .events = POLLIN, .revents = 0},
-                                    {.fd = output, .events = 0, .revents = 0}}};
-    if (::poll(waits.data(), waits.size(), static_cast<int>(left.count())) < 0) continue;
-    if (waits[1].revents != 0) return Woken::kStopped;
-    if (waits[2].revents != 0) return Woken::kOutputClosed;
-    if (waits[0].revents != 0 && takeChanges()) return Woken::kMaybeChanged;
+    if (left.count() <= 0) return Woken::kMaybeMore;
+    const Woken woken = listener.wait(m_descriptor, static_cast<int>(left.count()));
+    if (woken != Woken::kMaybeMore || takeChanges()) return woken;
   }
 }
 

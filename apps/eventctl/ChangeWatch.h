@@ -10,12 +10,12 @@
 #include <filesystem>
 #include <string>
 
+#include "apps/eventctl/Listener.h"
+
 namespace EventApps {
 
 class ChangeWatch {
  public:
-  enum class Woken { kMaybeChanged, kStopped, kOutputClosed };
-
   // The files need not exist, nor the audit database's directory.
   ChangeWatch(const std::filesystem::path& database, const std::filesystem::path& auditDatabase);
   ~ChangeWatch();
@@ -26,9 +26,8 @@ class ChangeWatch {
   // Forgets the changes up to now.
   void forget();
 
-  // Returns after the next change, when `bound` is over, when `stop` is readable, or when the
-  // reader of `output` has gone.
-  Woken wait(int stop, int output, std::chrono::milliseconds bound);
+  // Returns after the next change, when `bound` is over, or when `listener` says so.
+  Woken wait(const Listener& listener, std::chrono::milliseconds bound);
 
  private:
   void watchDirectories();

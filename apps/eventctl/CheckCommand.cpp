@@ -10,6 +10,8 @@
 #include "apps/common/QueueCheck.h"
 #include "apps/common/Table.h"
 #include "apps/eventctl/Commands.h"
+#include "apps/eventctl/DaemonAddress.h"
+#include "apps/eventctl/DaemonQueues.h"
 #include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/LogCapture.h"
 #include "apps/eventctl/Session.h"
@@ -24,16 +26,11 @@ class Check {
   Check(const GlobalOptions& global, bool fix) : m_global(global), m_fix(fix) {}
 
   int run() {
-    auto options = hostOptions(m_global, Access::kReadWrite);
-    options.logFile = m_log.file();
-    options.logLevel = EventSystemHost::LogLevel::kWarning;
-    {
-      QueueSession session(openHost(options, m_global.wait));
-      m_report = QueueCheck(
-                     session.queues(), [this] { return m_log.take(); }, m_fix)
-                     .run();
+    if (const auto daemon = findDaemon(m_global)) {
+      m_report = DaemonQueues(*daemon).check(m_fix);
+    } else {
+      checkDirectly();
     }
-    for (const LogLine& line : m_log.take()) m_report.findings.push_back(line);  // of its end
     print();
     if (m_report.result != 0) {
       throw Failure("the check ended early (result " + std::to_string(m_report.result) + ")");
@@ -42,6 +39,20 @@ class Check {
   }
 
  private:
+  void checkDirectly() {
+    auto options = hostOptions(m_global, Access::kReadWrite);
+    options.logFile = m_log.file();
+    options.logLevel = EventSystemHost::LogLevel::kWarning;
+    {
+      const auto host = openHost(options, m_global.wait);
+      HostQueues queues(*host);
+      m_report = QueueCheck(
+                     queues, [this] { return m_log.take(); }, m_fix)
+                     .run();
+    }
+    for (const LogLine& line : m_log.take()) m_report.findings.push_back(line);  // of its end
+  }
+
   void print() const {
     if (m_global.json) {
       printJson();

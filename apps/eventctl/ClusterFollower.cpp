@@ -1,14 +1,13 @@
 #include "apps/eventctl/ClusterFollower.h"
 
-#include <poll.h>
-
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <utility>
 
 #include "apps/common/Failure.h"
 #include "apps/common/Output.h"
+#include "apps/eventctl/DirectQueues.h"
+#include "apps/eventctl/Listener.h"
 
 namespace EventApps {
 namespace {
@@ -33,21 +32,21 @@ ClusterFollower::ClusterFollower(const GlobalOptions& global, const StopSignals&
       m_reader(m_service) {}
 
 void ClusterFollower::run(OpenHost host) {
-  QueueSession session(std::move(host));
-  requireDataSelection(m_global.dsid);
-  session.leaveDatabase(m_global);
+  DirectQueues queues(std::move(host));
+  queues.requireQueue(m_global.dsid);
+  queues.leaveDatabase(m_global);
   do {
-    round(session);
+    round(queues);
   } while (!m_consumer.finished() && !m_stop.arrived() && wait());
 }
 
 // Ids are handed out upwards, so nothing is new while the highest one stays. It goes down when the
 // queue was removed or restored from a backup.
-void ClusterFollower::round(QueueSession& session) {
+void ClusterFollower::round(WritableQueues& queues) {
   try {
     const unsigned long highest = m_reader.highestId(m_global.dsid);
     if (m_drainedTo != highest) {
-      m_consumer.drain(session, [this] { return m_stop.arrived(); });
+      m_consumer.drain(queues, [this] { return m_stop.arrived(); });
       m_drainedTo = highest;
     }
     if (std::exchange(m_failing, false)) complain("the cluster service answers again");
@@ -63,13 +62,10 @@ void ClusterFollower::tell(const std::string& failure) {
 
 // False when a stop is asked for.
 bool ClusterFollower::wait() const {
-  std::array<pollfd, 2> waits = {
-      {{.fd = m_stop.descriptor(), .events = POLLIN, .revents = 0},
-       {.fd = standardOutput().descriptor(), .events = 0, .revents = 0}}};
-  const int ready = ::poll(waits.data(), waits.size(), static_cast<int>(kInterval.count()));
-  if (ready <= 0) return true;
-  if (waits[0].revents != 0) return false;
-  throw readerHasGone();
+  const Listener listener{m_stop.descriptor(), standardOutput().descriptor()};
+  const Woken woken = listener.wait(-1, static_cast<int>(kInterval.count()));
+  if (woken == Woken::kOutputClosed) throw readerHasGone();
+  return woken != Woken::kStopped;
 }
 
 }  // namespace EventApps

@@ -27,7 +27,7 @@ class ClusterFollower {
   void run(OpenHost host);
 
  private:
-  void round(QueueSession& session);
+  void round(WritableQueues& queues);
   bool wait() const;
   void tell(const std::string& failure);
 

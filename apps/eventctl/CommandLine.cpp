@@ -48,6 +48,35 @@ void defineLogLevel(CLI::App& app, GlobalOptions& options) {
           "", "log level"));
 }
 
+CLI::Validator notEmpty(const char* what) {
+  const std::string problem = std::string("the name of the ") + what + " is empty";
+  return {[problem](const std::string& text) { return text.empty() ? problem : std::string(); }, "",
+          what};
+}
+
+void defineDaemonOptions(CLI::App& app, DaemonOptions& options) {
+  app.add_option("--socket", options.socket, "the daemon's Unix socket")
+      ->type_name("FILE")
+      ->check(notEmpty("socket"))
+      ->group("Daemon");
+  app.add_option("--url", options.url, "the daemon's address, https://HOST:PORT")
+      ->type_name("URL")
+      ->check(notEmpty("address"))
+      ->group("Daemon");
+  app.add_option("--token-file", options.tokenFile, "file with the token to show (or EVENTD_TOKEN)")
+      ->type_name("FILE")
+      ->check(notEmpty("file"))
+      ->group("Daemon");
+  app.add_option("--token", options.token, "the token itself; others may see it")
+      ->type_name("TOKEN")
+      ->group("Daemon");
+  app.add_option("--ca-file", options.authority, "authority of the daemon's certificate")
+      ->type_name("FILE")
+      ->check(notEmpty("file"))
+      ->group("Daemon");
+  app.add_flag("--direct", options.direct, "open the queues without a daemon")->group("Daemon");
+}
+
 }  // namespace
 
 void defineGlobalOptions(CLI::App& app, GlobalOptions& options) {
@@ -61,6 +90,7 @@ void defineGlobalOptions(CLI::App& app, GlobalOptions& options) {
   app.add_flag("--json", options.json, "print one JSON object a line, for programs");
   app.add_flag("--verbose", options.verbose, "log to standard error");
   defineLogLevel(app, options);
+  defineDaemonOptions(app, options.daemon);
 }
 
 CLI::App* defineCommand(CLI::App& parent, const char* name, const char* description,

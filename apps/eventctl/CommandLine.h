@@ -16,6 +16,16 @@
 
 namespace EventApps {
 
+// Which daemon serves the queues.
+struct DaemonOptions {
+  std::filesystem::path socket;  // of a Unix socket
+  std::string url;
+  std::string token;
+  std::filesystem::path tokenFile;
+  std::filesystem::path authority;  // of the daemon's certificate
+  bool direct = false;              // none, even if one runs
+};
+
 struct GlobalOptions {
   std::filesystem::path home;  // empty: the host's default
   unsigned int dsid = 0;
@@ -23,6 +33,7 @@ struct GlobalOptions {
   bool json = false;
   bool verbose = false;
   std::optional<EventSystemHost::LogLevel> logLevel;
+  DaemonOptions daemon;
 };
 
 struct CommandLine {

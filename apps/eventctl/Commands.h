@@ -18,8 +18,13 @@ void defineStats(CLI::App& app, CommandLine& line);
 void defineNext(CLI::App& app, CommandLine& line);
 void defineConsume(CLI::App& app, CommandLine& line);
 void defineDelete(CLI::App& app, CommandLine& line);
+void definePurge(CLI::App& app, CommandLine& line);
+void defineExport(CLI::App& app, CommandLine& line);
+void defineBackup(CLI::App& app, CommandLine& line);
+void defineRestore(CLI::App& app, CommandLine& line);
 void defineCheck(CLI::App& app, CommandLine& line);
 void defineDataSelection(CLI::App& app, CommandLine& line);
+void defineToken(CLI::App& app, CommandLine& line);
 void defineDemo(CLI::App& app, CommandLine& line);
 
 }  // namespace EventApps

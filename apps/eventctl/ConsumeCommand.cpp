@@ -11,10 +11,13 @@
 #include "apps/eventctl/ClusterFollower.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/Consumer.h"
+#include "apps/eventctl/DaemonAddress.h"
+#include "apps/eventctl/DaemonFollower.h"
 #include "apps/eventctl/DatabaseFollower.h"
 #include "apps/eventctl/EventTable.h"
 #include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/NumberOption.h"
+#include "apps/eventctl/Queues.h"
 #include "apps/eventctl/Session.h"
 #include "apps/eventctl/StopSignals.h"
 
@@ -23,8 +26,9 @@ namespace {
 
 int consumeOnce(const GlobalOptions& global, const ConsumeOptions& options) {
   Consumer consumer(global, options);
-  QueueSession session(global);
-  consumer.drain(session, [] { return false; });
+  const auto queues = openToWrite(global);
+  queues->requireQueue(global.dsid);
+  consumer.drain(*queues, [] { return false; });
   if (!global.json && consumer.count() == 0 && damageMet().empty()) {
     standardOutput().line("No events in " + queueName(global.dsid) + ".");
   }
@@ -34,6 +38,10 @@ int consumeOnce(const GlobalOptions& global, const ConsumeOptions& options) {
 void followWith(const GlobalOptions& global, const ConsumeOptions& options,
                 const StopSignals& stop) {
   Consumer consumer(global, options);
+  if (const auto daemon = findDaemon(global)) {
+    DaemonFollower(global, stop, consumer, *daemon).run();
+    return;
+  }
   auto host = openHost(hostOptions(global, EventSystemHost::Access::kReadWrite), global.wait);
   const auto configuration = host->configuration();
   if (configuration.clusterMode) {

@@ -9,6 +9,7 @@
 #include "apps/common/Output.h"
 #include "apps/common/Table.h"
 #include "apps/eventctl/CommandLine.h"
+#include "apps/eventctl/Queues.h"
 #include "apps/eventctl/Session.h"
 
 namespace EventApps {
@@ -26,15 +27,17 @@ class Consumer {
   // Whether as much is done as was asked for.
   bool finished() const { return reachedLimit() && m_printed == 0; }
   unsigned long count() const { return m_count; }
+  // What it has behind it, where it keeps what it prints; else 0.
+  unsigned long after() const { return m_after; }
 
   // Prints and deletes until the queue is empty, the limit is reached or `stop` says so. After a
   // failure it can be called again: what was printed is not printed again.
-  void drain(QueueSession& session, const StopAsked& stop);
+  void drain(WritableQueues& queues, const StopAsked& stop);
 
  private:
   bool reachedLimit() const { return m_options.limit != 0 && m_count == m_options.limit; }
-  void print(EventSystem::Event& event);
-  void finishPrinted(QueueSession& session);
+  void print(const EventView& event);
+  void finishPrinted(WritableQueues& queues);
 
   Output& m_output = standardOutput();
   const GlobalOptions& m_global;

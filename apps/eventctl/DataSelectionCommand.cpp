@@ -8,26 +8,17 @@
 #include <vector>
 
 #include "apps/common/DataSelections.h"
-#include "apps/common/DatabaseQueueReader.h"
 #include "apps/common/Display.h"
 #include "apps/common/EventView.h"
-#include "apps/common/Failure.h"
 #include "apps/common/Output.h"
-#include "apps/common/QueueReader.h"
 #include "apps/common/Table.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/NumberOption.h"
-#include "apps/eventctl/Session.h"
+#include "apps/eventctl/Queues.h"
 
 namespace EventApps {
 namespace {
-
-using EventSystemHost::Access;
-
-OpenHost openWriter(const GlobalOptions& global) {
-  return openHost(hostOptions(global, Access::kReadWrite), global.wait);
-}
 
 void printSelection(const GlobalOptions& global, const std::string& done, unsigned int id) {
   Output& output = standardOutput();
@@ -40,32 +31,27 @@ void printSelection(const GlobalOptions& global, const std::string& done, unsign
 }
 
 int runAdd(const GlobalOptions& global, const DataSelection& selection) {
-  const auto host = openWriter(global);
-  addDataSelection(*host, selection);
+  openToWrite(global)->addSelection(selection);
   printSelection(global, "added", selection.id);
   return kDone;
 }
 
 int runRemove(const GlobalOptions& global, unsigned int dsid) {
-  const auto host = openWriter(global);
-  removeDataSelection(*host, dsid);
+  openToWrite(global)->removeSelection(dsid);
   printSelection(global, "removed", dsid);
   return kDone;
 }
 
 int runShowAll(const GlobalOptions& global) {
-  const auto host = openReader(global);
-  const auto reader = readerOf(*host);
   Output& output = standardOutput();
-  const auto selections = dataSelections();
+  const auto selections = openToRead(global)->selections();
   Table table(output,
               {{"id", 10, Align::kRight, Style::kBold},
                {"type", 6, Align::kRight},
                {"events", 9, Align::kRight},
                {"name", 0}},
               Overflow::kCut);
-  for (const DataSelection& selection : selections) {
-    const unsigned long count = countEvents(*reader, selection.id);
+  for (const auto& [selection, count] : selections) {
     if (global.json) {
       output.line(jsonLine({{"id", selection.id},
                             {"type", selection.type},

@@ -6,6 +6,7 @@
 #include "apps/common/DatabaseQueueReader.h"
 #include "apps/common/FileSignature.h"
 #include "apps/common/Output.h"
+#include "apps/eventctl/DirectQueues.h"
 
 namespace EventApps {
 
@@ -26,9 +27,9 @@ void DatabaseFollower::run(OpenHost host) {
 }
 
 bool DatabaseFollower::drainRound(OpenHost host) {
-  QueueSession session(std::move(host));
-  requireDataSelection(m_global.dsid);
-  m_consumer.drain(session, [this] { return m_stop.arrived(); });
+  DirectQueues queues(std::move(host));
+  queues.requireQueue(m_global.dsid);
+  m_consumer.drain(queues, [this] { return m_stop.arrived(); });
   m_leftOver = DatabaseQueueReader().highestRowId(m_global.dsid);
   return !m_consumer.finished() && !m_stop.arrived() && damageMet().empty();
 }
@@ -51,9 +52,10 @@ bool DatabaseFollower::waitForMore() {
   constexpr std::chrono::seconds kBound(2);
   m_watch.forget();
   while (damageMet().empty() && !hasMore()) {
-    const auto woken = m_watch.wait(m_stop.descriptor(), standardOutput().descriptor(), kBound);
-    if (woken == ChangeWatch::Woken::kStopped) return false;
-    if (woken == ChangeWatch::Woken::kOutputClosed) throw readerHasGone();
+    const Listener listener{m_stop.descriptor(), standardOutput().descriptor()};
+    const Woken woken = m_watch.wait(listener, kBound);
+    if (woken == Woken::kStopped) return false;
+    if (woken == Woken::kOutputClosed) throw readerHasGone();
   }
   return damageMet().empty();
 }

@@ -5,28 +5,17 @@
 #include <vector>
 
 #include "apps/common/EventView.h"
-#include "apps/common/Failure.h"
 #include "apps/common/Output.h"
 #include "apps/common/QueueNames.h"
-#include "apps/common/QueueReader.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/NumberOption.h"
-#include "apps/eventctl/Session.h"
+#include "apps/eventctl/Queues.h"
 
 namespace EventApps {
 namespace {
 
 using Ids = std::vector<unsigned long>;
-
-// A session is content with the service's word that it has deleted an event. This command looks.
-void removeForSure(QueueSession& session, const QueueReader& reader, unsigned long id,
-                   unsigned int dsid) {
-  session.queues().remove(id, dsid);
-  if (!reader.find(id, dsid)) return;
-  throw Failure("event " + std::to_string(id) + " is still in " + queueName(dsid) +
-                " after it was deleted");
-}
 
 void printDeleted(const GlobalOptions& global, unsigned long id) {
   Output& output = standardOutput();
@@ -38,19 +27,18 @@ void printDeleted(const GlobalOptions& global, unsigned long id) {
 }
 
 int runDelete(const GlobalOptions& global, const Ids& ids) {
-  QueueSession session(global);
-  const auto reader = readerOf(session.host());
+  const auto queues = openToWrite(global);
+  queues->requireQueue(global.dsid);
   int status = kDone;
   for (const unsigned long id : ids) {
-    if (!reader->find(id, global.dsid)) {
+    if (!queues->remove(id, global.dsid)) {
       complain("there is no event " + std::to_string(id) + " in " + queueName(global.dsid));
       status = kFailed;
       continue;
     }
-    removeForSure(session, *reader, id, global.dsid);
     printDeleted(global, id);
   }
-  session.queues().makeDurable();
+  queues->makeDurable();
   standardOutput().flush();
   return status;
 }

@@ -2,10 +2,11 @@
 
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
+#include <utility>
+#include <vector>
 
-#include "EventSystem/ResultCode.h"
-#include "EventSystem/platform/HostConfig.h"
 #include "apps/common/Display.h"
 #include "apps/common/EventLimits.h"
 #include "apps/common/EventView.h"
@@ -16,7 +17,7 @@
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/ProgressBar.h"
-#include "apps/eventctl/Session.h"
+#include "apps/eventctl/Queues.h"
 
 namespace EventApps {
 namespace {
@@ -29,106 +30,156 @@ struct ImportOptions {
   bool acknowledge = false;
 };
 
+// Events of one queue that wait to be stored together, and the lines they came from.
+struct Batch {
+  unsigned int dsid = 0;
+  std::vector<std::unique_ptr<EventSystem::Event>> events;
+  std::vector<unsigned long> lines;
+};
+
 class Importer {
  public:
   Importer(const GlobalOptions& global, const ImportOptions& options)
       : m_global(global),
         m_options(options),
         m_reader(options.file, kLongestLine),
-        m_session(global),
+        m_queues(openToWrite(global)),
         m_progress(m_reader.bytesInAll()),
         m_lines(
             global.dsid, [this](unsigned int dsid) { return exists(dsid); },
-            [this](unsigned int dsid) { return destination(dsid); }) {}
+            [this](unsigned int dsid) { return destination(dsid); }) {
+    m_queues->requireQueue(global.dsid);
+  }
 
   int run() {
     std::string line;
-    for (auto result = m_reader.next(line); result != LineReader::Result::kEnd;
-         result = m_reader.next(line)) {
-      ++m_number;
-      if (result == LineReader::Result::kTooLong) {
-        refuse("the line is longer than " + displayCount(kLongestLine) + " bytes");
-      } else if (ImportLines::carriesEvent(line)) {
-        importLine(line);
-      }
-      if (m_failures == kFailuresToGiveUp) break;
+    while (m_failures < kFailuresToGiveUp && nextLine(line)) {
+      if (ImportLines::carriesEvent(line)) importLine(line);
       m_progress.update(m_reader.bytesRead());
     }
-    m_session.queues().makeDurable();
+    storeBatch();
+    m_queues->makeDurable();
     m_progress.hide();
     return finish();
   }
 
  private:
+  // False at the end. What was read is stored before the next line is waited for.
+  bool nextLine(std::string& line) {
+    if (!m_reader.hasLine()) storeBatch();
+    const auto result = m_reader.next(line);
+    if (result == LineReader::Result::kEnd) return false;
+    ++m_number;
+    if (result != LineReader::Result::kTooLong) return true;
+    line.clear();
+    refuseLine("the line is longer than " + displayCount(kLongestLine) + " bytes");
+    return true;
+  }
+
   void importLine(const std::string& line) {
-    const ImportedEvent imported = m_lines.read(line);
-    if (!imported.problem.empty()) return refuse(imported.problem);
-    store(*imported.event, imported.dsid);
+    ImportedEvent imported = read(line);
+    if (!imported.problem.empty()) return refuseLine(imported.problem);
+    if (imported.dsid != m_batch.dsid) storeBatch();
+    m_batch.dsid = imported.dsid;
+    m_batch.events.push_back(std::move(imported.event));
+    m_batch.lines.push_back(m_number);
+    const std::size_t most = m_options.acknowledge ? 1 : m_queues->eventsAtOnce();
+    if (m_batch.events.size() >= most) storeBatch();
+  }
+
+  // Where exactly an event will be matters to few.
+  ImportedEvent read(const std::string& line) {
+    m_exact = false;
+    ImportedEvent imported = m_lines.read(line);
+    if (imported.problem.empty()) return imported;
+    m_exact = true;
+    return m_lines.read(line);
   }
 
   bool exists(unsigned int dsid) {
     const auto known = m_known.find(dsid);
     if (known != m_known.end()) return known->second;
-    return m_known[dsid] = QMDSIDValidate(dsid) != 0;
+    return m_known[dsid] = m_queues->hasQueue(dsid);
   }
 
-  void store(EventSystem::Event& event, unsigned int dsid) {
-    unsigned long id = 0;
-    const int result = m_session.queues().store(event, dsid, id);
-    if (result == 0) {
-      ++m_imported;
-      m_failures = 0;
-      noteStored(dsid, id);
-    } else if (result == EventSystem::kStorageLimits) {
-      refuseFull(dsid);
-    } else {
-      ++m_failures;
-      refuse("the event was not stored (result " + std::to_string(result) + "); " +
-             m_session.queues().whyFailed());
+  // What is refused is told of in the order of the lines.
+  void refuseLine(const std::string& problem) {
+    storeBatch();
+    refuse(m_number, problem);
+  }
+
+  void storeBatch() {
+    const Batch batch = std::exchange(m_batch, {});
+    std::size_t tried = 0;
+    while (tried < batch.events.size() && m_failures < kFailuresToGiveUp) {
+      const auto outcome = m_queues->store(std::span(batch.events).subspan(tried), batch.dsid);
+      for (const unsigned long id : outcome.ids) noteStored(batch.lines[tried++], batch.dsid, id);
+      if (outcome.refusal != StoreOutcome::Refusal::kNone) {
+        noteRefused(batch.lines[tried++], batch.dsid, outcome);
+      }
     }
   }
 
-  void noteStored(unsigned int dsid, unsigned long id) {
-    Destination& next = m_next.at(isGlobalQueue(dsid));
-    if (next.isDatabase) next.id = id + 1;
-    if (m_options.acknowledge) acknowledge(dsid, id);
+  void noteRefused(unsigned long line, unsigned int dsid, const StoreOutcome& outcome) {
+    switch (outcome.refusal) {
+      case StoreOutcome::Refusal::kFull:
+        return refuseFull(line, dsid, outcome.reason);
+      case StoreOutcome::Refusal::kRejected:
+        return refuse(line, outcome.reason);
+      default:
+        ++m_failures;
+        m_lastTried = line;
+        refuse(line, "the event was not stored " + outcome.reason);
+    }
+  }
+
+  void noteStored(unsigned long line, unsigned int dsid, unsigned long id) {
+    ++m_imported;
+    m_failures = 0;
+    for (const bool exact : {false, true}) {
+      const auto next = m_next.find({isGlobalQueue(dsid), exact});
+      if (next != m_next.end() && next->second.isDatabase) next->second.id = id + 1;
+    }
+    if (m_options.acknowledge) acknowledge(line, dsid, id);
   }
 
   // Nothing more is read or stored before whoever waits for this has got it.
-  void acknowledge(unsigned int dsid, unsigned long id) {
-    m_session.queues().makeDurable();
+  void acknowledge(unsigned long line, unsigned int dsid, unsigned long id) {
+    m_queues->makeDurable();
     m_progress.hide();
     Output& output = standardOutput();
     if (m_global.json) {
-      output.line(jsonLine({{"line", m_number}, {"dsid", dsid}, {"id", id}}));
+      output.line(jsonLine({{"line", line}, {"dsid", dsid}, {"id", id}}));
     } else {
-      output.line(std::to_string(m_number) + " " + std::to_string(dsid) + " " + std::to_string(id));
+      output.line(std::to_string(line) + " " + std::to_string(dsid) + " " + std::to_string(id));
     }
     output.flush();
   }
 
   // Ids are drawn from two sequences: of the global queue, and of all data selections.
   Destination destination(unsigned int dsid) {
-    const auto [known, isNew] = m_next.try_emplace(isGlobalQueue(dsid));
-    if (isNew) known->second = m_session.queues().destination(dsid);
-    known->second.dsid = dsid;
-    return known->second;
+    const auto [known, isNew] = m_next.try_emplace({isGlobalQueue(dsid), m_exact});
+    if (isNew) known->second = m_queues->destination(dsid, m_exact);
+    Destination next = known->second;
+    next.dsid = dsid;
+    const bool sameSequence = isGlobalQueue(m_batch.dsid) == isGlobalQueue(dsid);
+    if (next.isDatabase && sameSequence) next.id += m_batch.events.size();
+    return next;
   }
 
-  void refuse(const std::string& problem) {
+  void refuse(unsigned long line, const std::string& problem) {
     ++m_refused;
     m_progress.hide();
-    complain(m_reader.name() + ":" + std::to_string(m_number) + ": " + problem);
+    complain(m_reader.name() + ":" + std::to_string(line) + ": " + problem);
   }
 
   // Said once: where one event finds the queue full, so do all that follow.
-  void refuseFull(unsigned int dsid) {
+  void refuseFull(unsigned long line, unsigned int dsid, const std::string& advice) {
     if (m_full++ > 0) {
       ++m_refused;
       return;
     }
-    refuse(queueName(dsid) + " is full; consume or delete events, or raise count_limit in " +
-           m_session.queues().limitsFile());
+    refuse(line, queueName(dsid) + " is full; " + advice);
   }
 
   int finish() {
@@ -136,7 +187,7 @@ class Importer {
       complain("in all " + displayCount(m_full) + " events found the queue full");
     }
     if (m_failures == kFailuresToGiveUp) {
-      complain("given up after line " + std::to_string(m_number) +
+      complain("given up after line " + std::to_string(m_lastTried) +
                ": the store failed for several events in a row");
     }
     Output& output = standardOutput();
@@ -152,12 +203,16 @@ class Importer {
   const GlobalOptions& m_global;
   const ImportOptions& m_options;
   LineReader m_reader;
-  QueueSession m_session;
+  std::unique_ptr<WritableQueues> m_queues;
   ProgressBar m_progress;
   ImportLines m_lines;
   std::map<unsigned int, bool> m_known;  // data selections asked for
-  std::map<bool, Destination> m_next;    // of the global queue, and of all others
-  unsigned long m_number = 0;            // of the current line
+  // Of the global queue and of all others, exact ones and not.
+  std::map<std::pair<bool, bool>, Destination> m_next;
+  bool m_exact = false;
+  Batch m_batch;
+  unsigned long m_number = 0;  // of the current line
+  unsigned long m_lastTried = 0;
   unsigned long m_imported = 0;
   unsigned long m_refused = 0;
   unsigned long m_full = 0;

@@ -8,13 +8,15 @@
 #include "apps/common/EventView.h"
 #include "apps/common/Output.h"
 #include "apps/common/QueueNames.h"
-#include "apps/common/QueueReader.h"
 #include "apps/common/Table.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/EventTable.h"
 #include "apps/eventctl/ExitStatus.h"
+#include "apps/eventctl/KindOption.h"
 #include "apps/eventctl/NumberOption.h"
+#include "apps/eventctl/Queues.h"
 #include "apps/eventctl/Session.h"
+#include "apps/eventctl/StopSignals.h"
 
 namespace EventApps {
 namespace {
@@ -23,6 +25,7 @@ struct ListOptions {
   unsigned long after = 0;
   unsigned long limit = 0;  // 0: no limit
   const EventKind* kind = nullptr;
+  bool follow = false;
 };
 
 // Prints events one by one until the limit, and knows whether there were more.
@@ -32,8 +35,9 @@ class Listing {
       : m_json(global.json), m_options(options), m_table(eventTable(m_output, Overflow::kCut)) {}
 
   bool add(const EventView& event) {
+    m_seen = event.id;
     if (m_options.kind != nullptr && event.type != m_options.kind->number) return true;
-    if (m_options.limit != 0 && m_count == m_options.limit) {
+    if (isFull()) {
       m_more = true;
       return false;
     }
@@ -42,6 +46,10 @@ class Listing {
     m_last = event.id;
     return true;
   }
+
+  bool isFull() const { return m_options.limit != 0 && m_count == m_options.limit; }
+  unsigned long seen() const { return m_seen; }
+  void flush() { m_output.flush(); }
 
   void finish(unsigned int dsid) {
     if (!m_json && m_count == 0 && damageMet().empty())
@@ -67,16 +75,48 @@ class Listing {
   Table m_table;
   unsigned long m_count = 0;
   unsigned long m_last = 0;
+  unsigned long m_seen = m_options.after;  // also those of other types
   bool m_more = false;
 };
 
-int runList(const GlobalOptions& global, const ListOptions& options) {
-  const auto host = openReader(global);
-  requireDataSelection(global.dsid);
+void listOnce(const GlobalOptions& global, const ListOptions& options, ReadableQueues& queues) {
   Listing listing(global, options);
-  readerOf(*host)->forEach(global.dsid, options.after,
-                           [&](const EventView& event) { return listing.add(event); });
+  queues.forEach(global.dsid, options.after, options.kind,
+                 [&](const EventView& event) { return listing.add(event); });
   listing.finish(global.dsid);
+}
+
+void follow(const GlobalOptions& global, const ListOptions& options, ReadableQueues& queues) {
+  const StopSignals stop;
+  Output& output = standardOutput();
+  output.interruptBy(stop.descriptor());
+  const Listener listener{stop.descriptor(), output.descriptor()};
+  Listing listing(global, options);
+  Woken woken = Woken::kMaybeMore;
+  while (woken == Woken::kMaybeMore && damageMet().empty()) {
+    queues.forEach(global.dsid, listing.seen(), nullptr, [&](const EventView& event) {
+      return listing.add(event) && !listing.isFull() && !stop.arrived();
+    });
+    listing.flush();
+    if (listing.isFull() || stop.arrived()) break;
+    woken = queues.waitForMore(global.dsid, listing.seen(), listener);
+  }
+  output.interruptBy(-1);
+  if (woken == Woken::kOutputClosed) throw readerHasGone();
+}
+
+int runList(const GlobalOptions& global, const ListOptions& options) {
+  const auto queues = openToRead(global);
+  queues->requireQueue(global.dsid);
+  if (!options.follow) {
+    listOnce(global, options, *queues);
+    return kDone;
+  }
+  try {
+    follow(global, options, *queues);
+  } catch (const OutputInterrupted&) {
+    standardOutput().interruptBy(-1);  // stopped while its reader did not read
+  }
   return kDone;
 }
 
@@ -89,18 +129,8 @@ void defineList(CLI::App& app, CommandLine& line) {
   const auto options = std::make_shared<ListOptions>();
   addNumber(*command, "--after", options->after, "only events with a higher id than this");
   addNumber(*command, "--limit", options->limit, "at most so many events", 1UL);
-  command
-      ->add_option_function<std::string>(
-          "--type",
-          [options](const std::string& text) {
-            options->kind = kindNamed(text);
-            if (options->kind == nullptr) {
-              throw CLI::ValidationError("--type",
-                                         "'" + text + "' is no type; see eventctl add --help");
-            }
-          },
-          "only events of this type, by name or number")
-      ->type_name("TYPE");
+  addKindOption(*command, options->kind);
+  command->add_flag("--follow", options->follow, "wait for more until SIGINT or SIGTERM");
   command->callback(
       [&line, options] { line.run = [&line, options] { return runList(line.global, *options); }; });
 }

@@ -10,20 +10,22 @@
 #include "apps/eventctl/EventTable.h"
 #include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/NumberOption.h"
+#include "apps/eventctl/Queues.h"
 #include "apps/eventctl/Session.h"
 
 namespace EventApps {
 namespace {
 
 int runNext(const GlobalOptions& global, unsigned long after) {
-  QueueSession session(global);
-  const auto event = session.queues().next(after, global.dsid);
-  session.queues().makeDurable();
+  const auto queues = openToWrite(global);
+  queues->requireQueue(global.dsid);
+  const auto event = queues->next(after, global.dsid);
+  queues->makeDurable();
   Output& output = standardOutput();
   if (event && global.json) {
-    output.line(jsonLine(jsonOf(viewOf(*event, global.dsid))));
+    output.line(jsonLine(jsonOf(*event)));
   } else if (event) {
-    printBlock(output, viewOf(*event, global.dsid));
+    printBlock(output, *event);
   } else if (!global.json && damageMet().empty()) {
     output.line("No event after " + std::to_string(after) + " in " + queueName(global.dsid) + ".");
   }

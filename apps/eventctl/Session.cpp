@@ -78,17 +78,8 @@ OpenHost openReader(const GlobalOptions& options) {
   return openHost(hostOptions(options, Access::kReadOnly), options.wait);
 }
 
-QueueSession::QueueSession(OpenHost host) : m_host(std::move(host)), m_queues(*m_host) {}
-
-QueueSession::QueueSession(const GlobalOptions& options)
-    : QueueSession(openHost(hostOptions(options, Access::kReadWrite), options.wait)) {
-  requireDataSelection(options.dsid);
-}
-
-void QueueSession::leaveDatabase(const GlobalOptions& options) {
-  m_host.reset();
-  m_host = openHost(hostOptions(options, Access::kServiceOnly), options.wait);
-  m_queues.moveTo(*m_host);
+OpenHost openWriter(const GlobalOptions& options) {
+  return openHost(hostOptions(options, Access::kReadWrite), options.wait);
 }
 
 }  // namespace EventApps

@@ -1,6 +1,6 @@
-// The host, and on top of it the event manager, opened for one command.
+// The host, opened for one command.
 //
-// Thread safety: one session at a time, used by the main thread.
+// Thread safety: one host at a time, used by the main thread.
 
 #ifndef EVENTSYSTEM_APPS_EVENTCTL_SESSION_H
 #define EVENTSYSTEM_APPS_EVENTCTL_SESSION_H
@@ -37,28 +37,9 @@ OpenHost openHost(const EventSystemHost::HostOptions& options, std::chrono::mill
 // when nothing. A command that met damage fails, and never says that a queue is empty.
 std::string damageMet();
 
-// A running host that reads only.
+// A running host that reads only, and one that writes.
 OpenHost openReader(const GlobalOptions& options);
-
-// The queues, written through the event manager. In the database this process is their only writer
-// until the session is destroyed.
-class QueueSession {
- public:
-  explicit QueueSession(OpenHost host);
-  // With the dsid of the options checked.
-  explicit QueueSession(const GlobalOptions& options);
-
-  EventSystemHost::Host& host() { return *m_host; }
-  HostQueues& queues() { return m_queues; }
-
-  // Cluster mode: frees the database for other processes and goes on at the service. What a start
-  // of the manager does is not done again. Throws HostError; the session is then of no use.
-  void leaveDatabase(const GlobalOptions& options);
-
- private:
-  OpenHost m_host;
-  HostQueues m_queues;
-};
+OpenHost openWriter(const GlobalOptions& options);
 
 }  // namespace EventApps
 

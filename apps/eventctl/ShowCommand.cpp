@@ -7,20 +7,19 @@
 #include "apps/common/Failure.h"
 #include "apps/common/Output.h"
 #include "apps/common/QueueNames.h"
-#include "apps/common/QueueReader.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/EventTable.h"
 #include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/NumberOption.h"
-#include "apps/eventctl/Session.h"
+#include "apps/eventctl/Queues.h"
 
 namespace EventApps {
 namespace {
 
 int runShow(const GlobalOptions& global, unsigned long id) {
-  const auto host = openReader(global);
-  requireDataSelection(global.dsid);
-  const auto event = readerOf(*host)->find(id, global.dsid);
+  const auto queues = openToRead(global);
+  queues->requireQueue(global.dsid);
+  const auto event = queues->find(id, global.dsid);
   if (!event) {
     throw Failure("there is no event " + std::to_string(id) + " in " + queueName(global.dsid) +
                   "; eventctl list shows which there are");

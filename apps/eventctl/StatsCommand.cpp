@@ -6,33 +6,22 @@
 #include <optional>
 #include <string>
 
-#include "EventSystem/platform/HostConfig.h"
 #include "apps/common/ClusterJson.h"
-#include "apps/common/ClusterQueueReader.h"
-#include "apps/common/DatabaseQueueReader.h"
 #include "apps/common/Display.h"
 #include "apps/common/EventKinds.h"
 #include "apps/common/EventView.h"
-#include "apps/common/Failure.h"
 #include "apps/common/Output.h"
 #include "apps/common/QueueFigures.h"
 #include "apps/common/QueueNames.h"
-#include "apps/common/QueueReader.h"
 #include "apps/common/Table.h"
 #include "apps/eventctl/ClusterStats.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/ExitStatus.h"
-#include "apps/eventctl/Session.h"
+#include "apps/eventctl/Queues.h"
+#include "apps/eventctl/Statistics.h"
 
 namespace EventApps {
 namespace {
-
-// What is known of the queues, and in cluster mode of the cluster.
-struct Statistics {
-  const EventSystemHost::HostConfiguration& configuration;
-  std::optional<Figures> figures;  // nothing when the cluster service cannot be read
-  std::optional<EventSystemHost::ClusterReport> cluster;
-};
 
 void addQueues(nlohmann::ordered_json& object, const Figures& figures) {
   auto queues = nlohmann::ordered_json::array();
@@ -45,14 +34,11 @@ void addQueues(nlohmann::ordered_json& object, const Figures& figures) {
   object["queues"] = queues;
 }
 
-// The limits are the database's: the cluster service has none.
 void printJson(Output& output, const Statistics& statistics) {
-  const auto& configuration = statistics.configuration;
-  nlohmann::ordered_json object = {{"home", configuration.home.string()},
-                                   {"database", configuration.databaseFile.string()}};
+  nlohmann::ordered_json object = {{"home", statistics.home}, {"database", statistics.database}};
   if (statistics.figures) addQueues(object, *statistics.figures);
-  object["countLimit"] = statistics.cluster ? 0 : configuration.countLimit;
-  object["ageLimitDays"] = statistics.cluster ? 0 : configuration.ageLimitDays;
+  object["countLimit"] = statistics.countLimit;
+  object["ageLimitDays"] = statistics.ageLimitDays;
   if (statistics.cluster) object["cluster"] = jsonOfCluster(*statistics.cluster);
   output.line(jsonLine(object));
 }
@@ -105,14 +91,14 @@ void printTypes(Output& output, const Figures& figures) {
   }
 }
 
-void printLimits(Output& output, const EventSystemHost::HostConfiguration& configuration) {
+void printLimits(Output& output, const Statistics& statistics) {
   output.line("");
-  if (configuration.clusterMode) {
+  if (statistics.cluster) {
     output.line("The queues are at the cluster service, bounded by etcd's quota alone.");
     return;
   }
-  output.line("Limits of the global queue: " + limitText(configuration.countLimit, " events") +
-              "; age " + limitText(configuration.ageLimitDays, " days") + ".");
+  output.line("Limits of the global queue: " + limitText(statistics.countLimit, " events") +
+              "; age " + limitText(statistics.ageLimitDays, " days") + ".");
 }
 
 void printNotes(Output& output, const Figures& figures, bool isClustered) {
@@ -137,7 +123,7 @@ void printText(Output& output, const Statistics& statistics) {
   if (statistics.figures) {
     printQueues(output, *statistics.figures);
     printTypes(output, *statistics.figures);
-    printLimits(output, statistics.configuration);
+    printLimits(output, statistics);
     printNotes(output, *statistics.figures, statistics.cluster.has_value());
   }
   if (!statistics.cluster) return;
@@ -145,26 +131,8 @@ void printText(Output& output, const Statistics& statistics) {
   printCluster(output, *statistics.cluster);
 }
 
-// A cluster that cannot be read is shown as it is.
-Statistics gather(const EventSystemHost::Host& host) {
-  Statistics statistics{host.configuration(), {}, {}};
-  if (host.cluster() == nullptr) {
-    statistics.figures = readFigures(*readerOf(host));
-    return statistics;
-  }
-  auto& cluster = statistics.cluster.emplace(host.cluster()->report());
-  if (!cluster.failure.empty()) return statistics;
-  try {
-    statistics.figures = readFigures(*readerOf(host));
-  } catch (const Failure& problem) {
-    cluster.failure = problem.what();
-  }
-  return statistics;
-}
-
 int runStats(const GlobalOptions& global) {
-  const auto host = openReader(global);
-  const Statistics statistics = gather(*host);
+  const Statistics statistics = openToRead(global)->statistics();
   Output& output = standardOutput();
   if (global.json) {
     printJson(output, statistics);

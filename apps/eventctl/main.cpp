@@ -38,14 +38,19 @@ void define(CLI::App& app, CommandLine& line) {
   defineGlobalOptions(app, line.global);
   defineAdd(app, line);
   defineImport(app, line);
+  defineExport(app, line);
   defineList(app, line);
   defineShow(app, line);
   defineStats(app, line);
   defineNext(app, line);
   defineConsume(app, line);
   defineDelete(app, line);
+  definePurge(app, line);
   defineCheck(app, line);
+  defineBackup(app, line);
+  defineRestore(app, line);
   defineDataSelection(app, line);
+  defineToken(app, line);
   defineDemo(app, line);
   app.footer(
       "The options above work before and after every command. Exit status: 0 done,\n"

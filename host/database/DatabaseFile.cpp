@@ -31,18 +31,12 @@ bool isBlank(const Identity& identity) {
   return identity.empty && identity.application == 0 && identity.layout == 0;
 }
 
-void requireOurs(const Identity& identity, const std::filesystem::path& file) {
-  if (identity.application != kApplicationId) {
-    throw HostError(file.string() + ": is a SQLite database of another program (application id " +
-                    std::to_string(identity.application) + ", expected " +
-                    std::to_string(kApplicationId) +
-                    "); set [database] file in host.ini to a file of its own");
-  }
-  if (identity.layout > kLayout || identity.layout < 1) {
-    throw HostError(file.string() + ": has layout " + std::to_string(identity.layout) +
-                    ", this program reads layout " + std::to_string(kLayout) +
-                    "; use the release that wrote the file, or a later one");
-  }
+void requireOurs(const Connection& connection, const std::filesystem::path& file) {
+  const std::string problem = whyNotOurs(connection);
+  if (problem.empty()) return;
+  const bool foreign = identify(connection).application != kApplicationId;
+  throw HostError(file.string() + ": " + problem +
+                  (foreign ? "; set [database] file in host.ini to a file of its own" : ""));
 }
 
 void configure(const Connection& connection) {
@@ -75,6 +69,20 @@ void useWal(const Connection& connection, Durability durability) {
 
 }  // namespace
 
+std::string whyNotOurs(const Connection& connection) {
+  const Identity identity = identify(connection);
+  if (identity.application != kApplicationId) {
+    return "is a SQLite database of another program (application id " +
+           std::to_string(identity.application) + ", expected " + std::to_string(kApplicationId) +
+           ")";
+  }
+  if (identity.layout > kLayout || identity.layout < 1) {
+    return "has layout " + std::to_string(identity.layout) + ", this program reads layout " +
+           std::to_string(kLayout) + "; use the release that wrote the file, or a later one";
+  }
+  return "";
+}
+
 void prepareFile(const std::filesystem::path& file) {
   // SQLite would create it with a mode that depends on the umask.
   makePrivateFile(file);
@@ -84,14 +92,14 @@ void prepareFile(const std::filesystem::path& file) {
   if (isBlank(identity)) {
     markAsOurs(connection);
   } else {
-    requireOurs(identity, file);
+    requireOurs(connection, file);
   }
 }
 
 Connection openWriter(const std::filesystem::path& file, Durability durability) {
   Connection connection(file, SQLITE_OPEN_READWRITE);
   configure(connection);
-  requireOurs(identify(connection), file);
+  requireOurs(connection, file);
   useWal(connection, durability);
   return connection;
 }
@@ -107,7 +115,7 @@ Connection openReader(const std::filesystem::path& file) {
   connection.require("PRAGMA query_only = 1");
   const Identity identity = identify(connection);
   if (isBlank(identity)) throw HostError(file.string() + ": the database is empty");
-  requireOurs(identity, file);
+  requireOurs(connection, file);
   return connection;
 }
 

@@ -9,11 +9,15 @@
 #define EVENTSYSTEM_HOST_DATABASE_DATABASEFILE_H
 
 #include <filesystem>
+#include <string>
 
 #include "host/config/HostConfiguration.h"
 #include "host/database/Sqlite.h"
 
 namespace EventSystemHost {
+
+// Why an open database is not one that this program can use, or the empty text. Throws SqliteError.
+std::string whyNotOurs(const Connection& connection);
 
 // Creates the file when it does not exist, and marks a new one as ours. Throws HostError when the
 // file is another program's or newer than this program, SqliteError when it cannot be used.

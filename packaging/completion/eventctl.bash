@@ -20,7 +20,14 @@ _eventsystem_commands() {
 
 # Prints the long options of a help text, each with the kind of its value, if it takes one.
 _eventsystem_options() {
-  sed -nE 's/^  (-[A-Za-z],)?(--[a-z][a-z-]*)( ([A-Z]+))?( .*)?$/\2 \4/p' <<<"$1"
+  awk '/^  -/ {
+    kind = $0 ~ /^  [^ ]+ [A-Z]+( |$)/ ? $2 : ""
+    count = split($1, names, ",")
+    for (i = 1; i <= count; ++i) {
+      sub(/[{].*/, "", names[i])
+      if (names[i] ~ /^--/) print names[i], kind
+    }
+  }' <<<"$1"
 }
 
 # Prints the kind of a help text's first argument.

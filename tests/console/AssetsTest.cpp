@@ -43,7 +43,7 @@ TEST(Assets, HaveAPageThatIsNeverKeptByCaches) {
 }
 
 TEST(Assets, HoldEverythingThatThePageRefersTo) {
-  EXPECT_THAT(references(), SizeIs(3));
+  EXPECT_THAT(references(), SizeIs(4));
   for (const std::string& path : references()) {
     const Asset* const found = findAsset(path);
     ASSERT_THAT(found, NotNull()) << path;

@@ -8,7 +8,7 @@ import { defineConfig } from "@playwright/test";
 export default defineConfig({
   testDir: ".",
   testMatch: "*.test.ts",
-  outputDir: process.env.CONSOLE_RESULTS ?? "results",
+  outputDir: process.env.CONSOLE_RESULTS ?? "node_modules/.results",
   reporter: "list",
   workers: 2,
   fullyParallel: true,
@@ -16,7 +16,7 @@ export default defineConfig({
   retries: 0,
   // Only to end what hangs; nothing is decided by how long it takes.
   timeout: 180_000,
-  expect: { timeout: Number(process.env.EXPECT ?? 60_000) },
+  expect: { timeout: 60_000 },
   use: {
     viewport: { width: 1280, height: 800 },
     colorScheme: "light",

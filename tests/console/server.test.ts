@@ -75,9 +75,13 @@ test("The figures follow the queue", async ({ page, enter, produce, marker }) =>
   await expect(chart).toBeVisible();
   await expect(page.locator("canvas")).toHaveCount(2);
   const figure = page.locator(".figure-card").filter({ hasText: "Events in the queues" });
-  const count = async () => Number((await figure.locator("dd").first().innerText()).replace(/\D/g, ""));
+  const count = async () =>
+    Number((await figure.locator("dd").first().innerText()).replace(/\D/g, ""));
   const before = await count();
-  const events = Array.from({ length: 100 }, () => ({ kind: "legacy", fields: { payload: marker } }));
+  const events = Array.from({ length: 100 }, () => ({
+    kind: "legacy",
+    fields: { payload: marker },
+  }));
   await produce.sendText(JSON.stringify(events));
   await expect.poll(count).toBeGreaterThanOrEqual(before + 100);
 });
@@ -120,7 +124,13 @@ test("The members of a cluster are shown", async ({ page, enter }) => {
     databaseBytesInUse: 512,
     quotaBytes: 2048,
   };
-  const away = { ...member, endpoint: "10.0.0.2:2379", reachable: false, failure: "no route", name: "" };
+  const away = {
+    ...member,
+    endpoint: "10.0.0.2:2379",
+    reachable: false,
+    failure: "no route",
+    name: "",
+  };
   await page.route("**/v1/stats", async (route) => {
     const response = await route.fetch();
     const cluster = { members: [member, away], alarms: ["NOSPACE"], failure: "" };
@@ -129,7 +139,9 @@ test("The members of a cluster are shown", async ({ page, enter }) => {
   await enter();
   await goTo(page, "Cluster");
   await expect(page.getByRole("listitem").filter({ hasText: "etcd-1" })).toContainText("leader");
-  await expect(page.getByRole("listitem").filter({ hasText: "10.0.0.2" })).toContainText("no route");
+  await expect(page.getByRole("listitem").filter({ hasText: "10.0.0.2" })).toContainText(
+    "no route",
+  );
   await expect(page.getByText("NOSPACE")).toBeVisible();
 });
 

@@ -126,7 +126,9 @@ Program::~Program() {
 }
 
 void Program::openStreams(const Surroundings& surroundings) {
-  if (surroundings.keepInputOpen) {
+  if (surroundings.terminalInput) {
+    std::tie(m_input, m_childInput) = makeTerminal();
+  } else if (surroundings.keepInputOpen) {
     std::tie(m_childInput, m_input) = makePipe();
   } else {
     m_childInput = inputOf(surroundings.input);
@@ -203,6 +205,11 @@ bool Program::waitUntil(const std::function<bool(const Outcome&)>& condition) {
 bool Program::waitForOutput(const std::string& text) {
   return waitUntil(
       [&](const Outcome& outcome) { return outcome.out.find(text) != std::string::npos; });
+}
+
+bool Program::waitForError(const std::string& text) {
+  return waitUntil(
+      [&](const Outcome& outcome) { return outcome.err.find(text) != std::string::npos; });
 }
 
 Outcome Program::wait() {

@@ -37,6 +37,7 @@ struct Surroundings {
   std::filesystem::path outFile = {};
   std::string input = {};                     // all of standard input, unless:
   bool keepInputOpen = false;                 // the test writes it piece by piece
+  bool terminalInput = false;                 // the same, on a pseudo-terminal
   std::vector<std::string> environment = {};  // "NAME=value"
   std::filesystem::path directory = {};       // empty: the test's own
 };
@@ -61,6 +62,7 @@ class Program {
   // Gathers output until the condition holds. False when the child ended or time ran out before.
   bool waitUntil(const std::function<bool(const Outcome&)>& condition);
   bool waitForOutput(const std::string& text);
+  bool waitForError(const std::string& text);
 
   // Gathers output until the child has ended.
   Outcome wait();

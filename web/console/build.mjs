@@ -10,12 +10,13 @@ import { build } from "esbuild";
 const root = dirname(fileURLToPath(import.meta.url));
 const folder = process.argv[2] ?? join(root, "dist");
 
-const { outputFiles } = await build({
+const { outputFiles, metafile } = await build({
   entryPoints: [join(root, "src/main.tsx")],
   outfile: join(folder, "console.js"),
   bundle: true,
   minify: true,
   write: false,
+  metafile: true,
   format: "esm",
   target: "es2022",
   charset: "utf8",
@@ -34,10 +35,22 @@ async function keep(name, ending, content) {
   return path;
 }
 
+// The libraries that are in the script ask for their licences to come along.
+async function licences() {
+  const pattern = /node_modules\/((?:@[^/]+\/)?[^/]+)\//;
+  const used = Object.keys(metafile.inputs).map((path) => pattern.exec(path)?.[1]);
+  const texts = [...new Set(used.filter(Boolean))].sort().map(async (name) => {
+    const licence = await readFile(join(root, "node_modules", name, "LICENSE"), "utf8");
+    return `${name}\n\n${licence.trim()}\n`;
+  });
+  return (await Promise.all(texts)).join(`\n${"-".repeat(72)}\n\n`);
+}
+
 const built = (ending) => outputFiles.find((file) => file.path.endsWith(ending)).contents;
 const places = {
   SCRIPT: await keep("console", "js", built(".js")),
   STYLE: await keep("console", "css", built(".css")),
+  LICENCES: await keep("licences", "txt", await licences()),
   ICON: await keep("icon", "svg", await readFile(join(root, "icon.svg"))),
 };
 const page = await readFile(join(root, "index.html"), "utf8");

@@ -10,6 +10,7 @@ const types = {
   js: "text/javascript; charset=utf-8",
   css: "text/css; charset=utf-8",
   svg: "image/svg+xml",
+  txt: "text/plain; charset=utf-8",
 };
 
 // Character literals, because a number above 127 does not fit a char everywhere.

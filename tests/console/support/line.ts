@@ -1,5 +1,5 @@
 // The line between browser and server, which a test can cut and mend.
-import { createServer, connect, type Server, type Socket } from "node:net";
+import { connect, createServer, type Server, type Socket } from "node:net";
 
 export class Line {
   private readonly sockets = new Set<Socket>();

@@ -20,7 +20,7 @@ async function firstLine(child: ChildProcess): Promise<string> {
 }
 
 export async function startMock(...options: string[]): Promise<Server> {
-  const dist = process.env["CONSOLE_DIST"];
+  const dist = process.env.CONSOLE_DIST;
   const all = ["--port", "0", "--rate", "0", ...(dist ? ["--dist", dist] : []), ...options];
   const child = spawn(process.execPath, [mock, ...all], { stdio: ["ignore", "pipe", "inherit"] });
   const ended = new Promise<void>((resolve) => child.once("exit", () => resolve()));
@@ -38,7 +38,7 @@ function fromEnvironment(name: string): string {
 }
 
 export async function findServer(): Promise<Server> {
-  const url = process.env["CONSOLE_URL"];
+  const url = process.env.CONSOLE_URL;
   if (!url) return startMock("--events", "60");
   return {
     url,

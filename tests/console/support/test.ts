@@ -24,6 +24,19 @@ export class Producer {
     return (/"ids":\s*\[([^\]]*)\]/.exec(text)?.[1] ?? "").split(",").map((id) => id.trim());
   }
 
+  // A data selection that is there already is good, too.
+  async addQueue(dsid: string): Promise<void> {
+    const response = await fetch(`${this.server.url}/v1/queues/${dsid}`, {
+      method: "PUT",
+      headers: {
+        Authorization: `Bearer ${this.server.admin}`,
+        "Content-Type": "application/json",
+      },
+      body: "{}",
+    });
+    if (!response.ok && response.status !== 409) throw new Error(await response.text());
+  }
+
   async send(kind: string, fields: Record<string, unknown>, dsid = "0"): Promise<string> {
     const [id] = await this.sendText(JSON.stringify({ kind, fields }), dsid);
     return id ?? "";
@@ -68,12 +81,15 @@ export const test = base.extend<Fixtures, { server: Server }>({
   baseURL: async ({ line }, use) => use(line.url),
   produce: async ({ server }, use) => use(new Producer(server)),
   // biome-ignore lint/correctness/noEmptyPattern: Playwright reads the pattern
-  marker: async ({}, use) => use(`m${process.pid.toString(36)}${Date.now().toString(36)}x${++count}`),
+  marker: async ({}, use) =>
+    use(`m${process.pid.toString(36)}${Date.now().toString(36)}x${++count}`),
   watch: [
     async ({ page, line }, use) => {
       const violations = await watchPage(page, line.url);
       await use({ violations });
-      expect(violations, "requests elsewhere, breaches of the policy, errors of scripts").toEqual([]);
+      expect(violations, "requests elsewhere, breaches of the policy, errors of scripts").toEqual(
+        [],
+      );
     },
     { auto: true },
   ],

@@ -181,6 +181,13 @@ export class Api {
     });
   }
 
+  async addQueue({ request, response, parts }) {
+    const dsid = Number(parts[0]);
+    if (this.store.queues.has(dsid)) throw new Problem(409, "conflict", `${dsid} is there.`);
+    this.store.addQueue(dsid, { name: "", type: 0, ...fromJson((await bodyOf(request)) || "{}") });
+    reply(response, 201, this.store.figuresOf(this.queue(dsid)));
+  }
+
   async check({ request, response }) {
     const { fix = false } = JSON.parse((await bodyOf(request)) || "{}");
     const findings = Array.from({ length: this.damage }, (_, i) => ({
@@ -233,6 +240,7 @@ const routes = [
   on("GET", "/v1/cluster", "read", function ({ response }) {
     reply(response, 200, this.isClustered ? { clustered: true, ...cluster } : { clustered: false });
   }),
+  on("PUT", "/v1/queues/(\\d+)", "admin", Api.prototype.addQueue),
   on("GET", queuePath, "read", Api.prototype.list),
   on("POST", queuePath, "write", Api.prototype.post),
   on("GET", `${queuePath}/stream`, "read", Api.prototype.stream),

@@ -7,6 +7,7 @@ const types = {
   js: "text/javascript; charset=utf-8",
   css: "text/css; charset=utf-8",
   svg: "image/svg+xml",
+  txt: "text/plain; charset=utf-8",
 };
 
 export const policy =

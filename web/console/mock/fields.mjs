@@ -7,17 +7,22 @@ const state = number("state", "state", "0, 1 or 2");
 const time = { key: "time", type: "uint64", required: false, help: "seconds since 1970" };
 
 export const fieldsOfKinds = {
-  legacy: { fields: [text("payload", 1020, "opaque text of the older scheme")] },
+  legacy: {
+    summary: "a text of an older event scheme",
+    fields: [text("payload", 1020, "opaque text of the older scheme")],
+  },
   imagerep: {
+    summary: "an image was replicated",
     fields: [
       { ...text("lsu", 1023, "storage unit"), required: false },
       number("size", "uint32", "size of the payload file"),
       text("path", 2044, "path of the payload file"),
     ],
   },
-  lsustatus: { fields: [state, server] },
-  serverstatus: { fields: [state, server] },
+  lsustatus: { summary: "a storage unit changed state", fields: [state, server] },
+  serverstatus: { summary: "a server changed state", fields: [state, server] },
   capacity: {
+    summary: "capacity figures of a server",
     fields: [
       number("capacity", "uint64", "total capacity"),
       number("capacityphys", "uint64", "physical capacity"),
@@ -26,8 +31,12 @@ export const fieldsOfKinds = {
       server,
     ],
   },
-  abilities: { fields: [number("flags", "flags", "ability flags, as 31 or 0x1F"), server] },
+  abilities: {
+    summary: "ability flags of a server",
+    fields: [number("flags", "flags", "ability flags, as 31 or 0x1F"), server],
+  },
   activity: {
+    summary: "an action with a message",
     fields: [
       number("action", "int32", "action code"),
       time,
@@ -36,6 +45,7 @@ export const fieldsOfKinds = {
     ],
   },
   audit: {
+    summary: "an audit record",
     fields: [
       number("action", "int32", "action code"),
       time,
@@ -44,6 +54,7 @@ export const fieldsOfKinds = {
     ],
   },
   kelp: {
+    summary: "an issue of the file-share service",
     fields: [
       number("severity", "int32", "severity"),
       number("issue", "int32", "issue code"),

@@ -5,7 +5,7 @@ import "./styles/frame.css";
 import "./styles/parts.css";
 import "./styles/events.css";
 import { effect } from "@preact/signals";
-import { forgetServer, tryNow, watchServer } from "./state/server";
+import { forgetServer, reach, tryNow, watchServer } from "./state/server";
 import { identify, restoreToken, standing, takeTokenFromAddress } from "./state/session";
 import { followTheme } from "./state/settings";
 import { keepTail } from "./state/tail";
@@ -27,6 +27,9 @@ function start(): void {
   effect(() => {
     if (standing.value === "out") forgetServer();
     if (standing.value === "in") tryNow();
+  });
+  effect(() => {
+    document.title = `${reach.value.is === "down" ? "no answer – " : ""}eventd ${location.host}`;
   });
   keepTail();
   void watchServer();

@@ -78,7 +78,7 @@ export interface Limits {
   connections?: number;
   waiting?: number;
   requestsPerSecond?: number;
-  kinds: Record<string, { fields: KindField[] }>;
+  kinds: Record<string, { summary?: string; fields: KindField[] }>;
 }
 
 export interface Event {

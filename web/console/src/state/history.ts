@@ -2,6 +2,7 @@
 
 import { signal } from "@preact/signals";
 import type { Stats } from "../api/types";
+import { thin } from "./thin";
 
 export interface Reading {
   count: number;
@@ -12,10 +13,6 @@ export interface Sample {
   time: number; // seconds
   queues: Map<string, Reading>;
 }
-
-const fineSeconds = 20 * 60;
-const coarseStep = 30;
-const mostSeconds = 24 * 60 * 60;
 
 export const samples = signal<Sample[]>([]);
 
@@ -35,20 +32,18 @@ function readingsOf(stats: Stats, now: number): Map<string, Reading> {
   return readings;
 }
 
-// Every reading of the last minutes is kept; of what is older, one for each half minute.
-export function thin(list: Sample[], now: number): Sample[] {
-  let last = Number.NEGATIVE_INFINITY;
-  return list.filter((sample) => {
-    const age = now - sample.time;
-    if (age > mostSeconds) return false;
-    if (age > fineSeconds && sample.time - last < coarseStep) return false;
-    last = sample.time;
-    return true;
-  });
+const longestGap = 90; // seconds; a hidden page is let ask once a minute
+
+// The line of the charts ends here: what follows was not seen.
+export function interrupt(time = Date.now() / 1000): void {
+  const last = samples.value.at(-1);
+  if (last && last.queues.size > 0) samples.value = [...samples.value, { time, queues: new Map() }];
 }
 
 export function record(stats: Stats): void {
   const now = Date.now() / 1000;
+  const last = samples.value.at(-1);
+  if (last && now - last.time > longestGap) interrupt(last.time + 1);
   samples.value = [...thin(samples.value, now), { time: now, queues: readingsOf(stats, now) }];
 }
 

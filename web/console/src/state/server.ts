@@ -3,7 +3,7 @@
 import { computed, signal } from "@preact/signals";
 import { Refusal } from "../api/http";
 import type { Limits, Queue, Stats } from "../api/types";
-import { forgetHistory, record } from "./history";
+import { forgetHistory, interrupt, record } from "./history";
 import { askServer, identify, standing } from "./session";
 
 const interval = 2_000;
@@ -49,6 +49,7 @@ function noteFailure(error: unknown): void {
     reach.value = { is: "troubled", why };
   } else if (reach.value.is !== "down") {
     reach.value = { is: "down", since: Date.now(), why };
+    interrupt();
   }
 }
 

@@ -6,7 +6,7 @@ import { compareIntegers, minus, parseJson } from "../api/json";
 import { type Message, readMessages } from "../api/serverSentEvents";
 import type { Event, EventPage } from "../api/types";
 import { matcher } from "../events/filter";
-import { restartedAt, stats } from "./server";
+import { reach, restartedAt, stats } from "./server";
 import { askServer, openStream, standing } from "./session";
 
 const backlog = 500; // how far back the list begins, in ids
@@ -23,6 +23,7 @@ const hiddenFor = 60_000;
 export type Line = "off" | "connecting" | "live" | "broken" | "resting";
 
 export const line = signal<Line>("off");
+export const lineTrouble = signal(""); // what the server has against it
 export const queue = signal("0");
 export const paused = signal(false);
 export const held = signal<Event[]>([]);
@@ -130,9 +131,12 @@ async function listen(dsid: string, signal: AbortSignal, onLive: () => void): Pr
   }
 }
 
+let hurry: (() => void) | undefined;
+
 function sleep(milliseconds: number, signal: AbortSignal): Promise<void> {
   return new Promise((resolve) => {
     const timer = setTimeout(resolve, milliseconds);
+    hurry = resolve;
     signal.addEventListener("abort", () => {
       clearTimeout(timer);
       resolve();
@@ -148,9 +152,11 @@ async function follow(dsid: string, signal: AbortSignal): Promise<void> {
     try {
       await listen(dsid, signal, () => {
         line.value = "live";
+        lineTrouble.value = "";
         wait = firstPause;
       });
     } catch (error) {
+      lineTrouble.value = error instanceof Refusal ? error.message : "";
       if (error instanceof Refusal) asked = (error.retryAfter ?? 0) * 1000;
     }
     if (signal.aborted) return;
@@ -181,6 +187,10 @@ function isFromAnotherStore(): boolean {
 }
 
 export function keepTail(): void {
+  const isUp = computed(() => reach.value.is === "up");
+  effect(() => {
+    if (isUp.value) hurry?.();
+  });
   const ready = computed(() => standing.value === "in" && stats.value !== undefined);
   let before = "";
   effect(() => {

@@ -1,3 +1,4 @@
+import { useEffect, useRef } from "preact/hooks";
 import { go, type View, view } from "../state/route";
 import { reach, stats } from "../state/server";
 import { hasToken, logOut, may, me, standing } from "../state/session";
@@ -22,10 +23,21 @@ function isOffered(one: View): boolean {
   return true;
 }
 
+// On a phone the views are more than fit; the one that is open is in sight.
+function useSight() {
+  const place = useRef<HTMLElement>(null);
+  useEffect(() => {
+    const link = place.current?.querySelector("[aria-current]");
+    link?.scrollIntoView({ block: "nearest", inline: "nearest" });
+  }, [view.value, standing.value]);
+  return place;
+}
+
 function Navigation() {
+  const place = useSight();
   if (standing.value !== "in") return null;
   return (
-    <nav aria-label="Views">
+    <nav ref={place} aria-label="Views">
       {(Object.keys(names) as View[]).filter(isOffered).map((one) => (
         <a
           key={one}

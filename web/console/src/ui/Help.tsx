@@ -2,6 +2,10 @@ import { shortcuts } from "../state/settings";
 import { Dialog } from "./Dialog";
 import { helpIsOpen, shortcutTexts } from "./keys";
 
+function licences(): string | undefined {
+  return document.querySelector<HTMLLinkElement>("link[rel=license]")?.href;
+}
+
 export function Help() {
   const close = () => (helpIsOpen.value = false);
   return (
@@ -31,6 +35,10 @@ export function Help() {
         />
         Shortcuts of single keys
       </label>
+      <p class="muted">
+        Programs have the same from <a href="/openapi.json">the server's API</a>. Parts of this page
+        are the work of others, under <a href={licences()}>their licences</a>.
+      </p>
       <div class="actions">
         <button type="button" onClick={close}>
           Close

@@ -1,5 +1,6 @@
 import { useEffect, useRef } from "preact/hooks";
 import { kindNames } from "../events/kinds";
+import { visible } from "../events/visible";
 import { grouped } from "../format";
 import { openEvent } from "../state/route";
 import { stats } from "../state/server";
@@ -8,6 +9,7 @@ import {
   kinds,
   type Line,
   line,
+  lineTrouble,
   loadOlder,
   missed,
   olderState,
@@ -92,6 +94,9 @@ function KindChoices() {
 
 function LineState() {
   const [name, level] = lineTexts[line.value];
+  if (!paused.value && line.value === "broken" && lineTrouble.value) {
+    return <span class="state bad">interrupted: {visible(lineTrouble.value)}</span>;
+  }
   if (!paused.value) return <span class={`state ${level}`}>{name}</span>;
   const more = missed.value > 0 ? ` and ${grouped(missed.value)} more` : "";
   return (

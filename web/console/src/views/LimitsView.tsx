@@ -44,12 +44,18 @@ function FieldRow({ field }: { field: KindField }) {
   );
 }
 
-function KindLimits({ name, fields }: { name: string; fields: KindField[] }) {
+interface KindProps {
+  name: string;
+  summary: string | undefined;
+  fields: KindField[];
+}
+
+function KindLimits({ name, summary, fields }: KindProps) {
+  const count = fields.length === 1 ? "1 field" : `${fields.length} fields`;
   return (
     <details>
       <summary>
-        <Kind name={name} />{" "}
-        <span class="muted">{fields.length === 1 ? "1 field" : `${fields.length} fields`}</span>
+        <Kind name={name} /> <span class="muted">{summary ? `${summary}, ${count}` : count}</span>
       </summary>
       {/* biome-ignore lint/a11y/noNoninteractiveTabindex: what scrolls must be reachable by keys */}
       <div class="scroll" tabIndex={0} role="region" aria-label={`Fields of ${name}`}>
@@ -89,8 +95,8 @@ export function LimitsView() {
       </section>
       <section class="card span" aria-labelledby="kinds-title">
         <h2 id="kinds-title">What an event may hold</h2>
-        {Object.entries(known?.kinds ?? {}).map(([name, { fields }]) => (
-          <KindLimits key={name} name={name} fields={fields} />
+        {Object.entries(known?.kinds ?? {}).map(([name, { summary, fields }]) => (
+          <KindLimits key={name} name={name} summary={summary} fields={fields} />
         ))}
       </section>
     </div>

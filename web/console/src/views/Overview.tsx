@@ -4,11 +4,11 @@ import type { Event, Queue, Stats } from "../api/types";
 import { kindNames } from "../events/kinds";
 import { summaryOf } from "../events/summary";
 import { visible } from "../events/visible";
-import { ageOf, dateTime, duration, grouped, rate } from "../format";
+import { ageOf, dateTime, duration, grouped, rate, shortTime } from "../format";
 import { showEvent } from "../state/route";
 import { stats } from "../state/server";
 import { clock } from "../state/settings";
-import { held } from "../state/tail";
+import { held, queue } from "../state/tail";
 import { Kind } from "../ui/Kind";
 import { HistoryCharts } from "./HistoryCharts";
 import { NearnessMeters } from "./NearnessMeters";
@@ -121,7 +121,7 @@ function Newest() {
   const events = held.value.slice(0, 8);
   return (
     <section class="card" aria-labelledby="newest-title">
-      <h2 id="newest-title">Newest events</h2>
+      <h2 id="newest-title">Newest events{queue.value === "0" ? "" : ` of ${queue.value}`}</h2>
       {events.length === 0 ? <p class="muted">None have been seen yet.</p> : null}
       <ul class="newest">
         {events.map((event) => (
@@ -133,7 +133,7 @@ function Newest() {
                 showEvent(String(event.dsid), String(event.id));
               }}
             >
-              <span class="when">{dateTime(event.date, clock.value).slice(11)}</span>
+              <span class="when">{shortTime(event.date, clock.value)}</span>
               <Kind name={event.kind} />
               <span class="what">{visible(inShort(event))}</span>
             </a>

@@ -1,0 +1,97 @@
+#include "apps/eventctl/DaemonClient.h"
+
+#include <algorithm>
+#include <thread>
+#include <utility>
+
+#include "apps/common/QueueNames.h"
+
+namespace EventApps {
+namespace {
+
+using nlohmann::json;
+
+constexpr std::chrono::seconds kSettleTime(30);  // a daemon that is started anew answers by then
+constexpr std::chrono::milliseconds kFirstPause(50);
+constexpr std::chrono::milliseconds kLongestPause(1000);
+
+std::string textOf(const json& object, const char* member) {
+  const auto found = object.find(member);
+  return found != object.end() && found->is_string() ? found->get<std::string>() : "";
+}
+
+std::string kindOfProblem(const json& problem) {
+  constexpr std::string_view kPrefix = "/problems/";
+  const std::string type = textOf(problem, "type");
+  return type.starts_with(kPrefix) ? type.substr(kPrefix.size()) : "";
+}
+
+// What the person at the terminal can do about it.
+const char* adviceFor(long status) {
+  switch (status) {
+    case 401:
+      return "; show a token with --token-file or EVENTD_TOKEN: eventctl token add makes one";
+    case 403:
+      return "; a token of a higher role may do it: eventctl token add makes one";
+    default:
+      return "";
+  }
+}
+
+}  // namespace
+
+DaemonProblem::DaemonProblem(const std::string& message, const HttpAnswer& answer, json problem)
+    : Failure(message),
+      m_members(std::move(problem)),
+      m_kind(kindOfProblem(m_members)),
+      m_passing(answer.status == 429 || answer.status == 503),
+      m_pause(answer.retryAfter) {}
+
+json DaemonClient::call(const HttpRequest& request) {
+  return read(m_http.send(request));
+}
+
+std::optional<json> DaemonClient::call(const HttpRequest& request,
+                                       const HttpClient::Interruption& interruption) {
+  const auto answer = m_http.send(request, interruption);
+  if (!answer) return std::nullopt;
+  return read(*answer);
+}
+
+json DaemonClient::settle(const HttpRequest& request) {
+  const auto end = std::chrono::steady_clock::now() + kSettleTime;
+  std::chrono::milliseconds pause = kFirstPause;
+  while (true) {
+    try {
+      return call(request);
+    } catch (const NoAnswer&) {
+      if (std::chrono::steady_clock::now() >= end) throw;
+    } catch (const DaemonProblem& problem) {
+      if (!problem.isPassing() || std::chrono::steady_clock::now() >= end) throw;
+      pause = std::clamp(problem.pause(), pause, kLongestPause);
+    }
+    std::this_thread::sleep_for(pause);
+    pause = std::min(pause * 2, kLongestPause);
+  }
+}
+
+json DaemonClient::read(const HttpAnswer& answer) const {
+  json body = answer.body.empty() ? json() : json::parse(answer.body, nullptr, false);
+  if (answer.status < 200 || answer.status >= 300) refuse(answer, std::move(body));
+  if (body.is_discarded()) {
+    throw Failure("what answers at " + m_name +
+                  " is no daemon of the queues: its answer is not JSON");
+  }
+  return body;
+}
+
+void DaemonClient::refuse(const HttpAnswer& answer, json problem) const {
+  if (!problem.is_object()) problem = json::object();
+  const std::string detail = textOf(problem, "detail");
+  const std::string said = detail.empty() ? "the daemon at " + m_name + " answered with status " +
+                                                std::to_string(answer.status)
+                                          : detail;
+  throw DaemonProblem(said + adviceFor(answer.status), answer, std::move(problem));
+}
+
+}  // namespace EventApps
