@@ -3,7 +3,7 @@ import { expect, test } from "@playwright/test";
 import { compareIntegers, minus, parseJson } from "../../web/console/src/api/json";
 import { MessageReader } from "../../web/console/src/api/serverSentEvents";
 import { visible } from "../../web/console/src/events/visible";
-import { bytes, duration, grouped, rate } from "../../web/console/src/format";
+import { bytes, duration, grouped, rate, shortTime } from "../../web/console/src/format";
 import { thin } from "../../web/console/src/state/thin";
 
 test.describe("JSON", () => {
@@ -70,6 +70,12 @@ test("Figures read well", () => {
   expect(duration(3600 * 26)).toBe("1\u00a0d 2\u00a0h");
   expect(rate(0.5)).toBe("30.0\u00a0/min");
   expect(rate(1234)).toBe("1\u202f234\u00a0/s");
+});
+
+test("An event of today has a time, an older one a day", () => {
+  const now = 1710287999; // the last second of a day
+  expect(shortTime(1710201600, "utc", now)).toBe("00:00:00");
+  expect(shortTime(1710201599, "utc", now)).toBe("2024-03-11");
 });
 
 test("Characters that cannot be seen are shown", () => {

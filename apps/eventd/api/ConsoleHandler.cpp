@@ -6,9 +6,7 @@
 
 #include "apps/common/Display.h"
 #include "apps/eventd/api/Handlers.h"
-#ifdef EVENTD_CONSOLE
 #include "apps/eventd/console/Assets.h"
-#endif
 
 namespace EventApps::Api {
 namespace {
@@ -26,42 +24,34 @@ Http::Response page(std::string contentType, std::string body) {
            {"Cross-Origin-Opener-Policy", "same-origin"}}};
 }
 
-#ifdef EVENTD_CONSOLE
 bool takesGzip(const Http::Request& request) {
   const std::string_view codings = request.header("Accept-Encoding");
   return codings.find("gzip") != std::string_view::npos &&
          codings.find("gzip;q=0") == std::string_view::npos;
 }
 
-bool answerAsset(const CallPtr& call, const std::string& path) {
-  const Asset* const asset = findAsset(path);
-  if (asset == nullptr) return false;
-  const bool isZipped = !asset->gzip.empty() && takesGzip(call->request());
+void answerAsset(const CallPtr& call, const Asset& asset) {
+  const bool isZipped = !asset.gzip.empty() && takesGzip(call->request());
   Http::Response response =
-      page(std::string(asset->contentType), std::string(isZipped ? asset->gzip : asset->body));
+      page(std::string(asset.contentType), std::string(isZipped ? asset.gzip : asset.body));
   if (isZipped) response.headers.emplace_back("Content-Encoding", "gzip");
-  if (!asset->gzip.empty()) response.headers.emplace_back("Vary", "Accept-Encoding");
-  if (asset->immutable) {
+  if (!asset.gzip.empty()) response.headers.emplace_back("Vary", "Accept-Encoding");
+  if (asset.immutable) {
     response.headers.emplace_back("Cache-Control", "public, max-age=31536000, immutable");
   }
   call->answer(std::move(response));
-  return true;
 }
-#else
-bool answerAsset(const CallPtr& call, const std::string& path) {
-  if (path != "/") return false;
-  call->answer(page("text/plain; charset=utf-8",
-                    "This is eventd, built without its console. GET /openapi.json describes the "
-                    "API.\n"));
-  return true;
-}
-#endif
 
 }  // namespace
 
 void showAsset(const CallPtr& call) {
   const std::string& path = call->request().path;
-  if (answerAsset(call, path)) return;
+  if (const Asset* const asset = findAsset(path)) return answerAsset(call, *asset);
+  if (path == "/") {
+    return call->answer(page("text/plain; charset=utf-8",
+                             "This is eventd, built without its console. GET /openapi.json "
+                             "describes the API.\n"));
+  }
   call->fail(ProblemKind::kNotFound, "there is nothing at " + displayText(path) +
                                          "; /openapi.json describes what there is");
 }

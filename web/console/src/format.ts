@@ -56,6 +56,13 @@ export function timeOfDay(milliseconds: number, clock: string): string {
   return dateTime(milliseconds / 1000, clock).slice(11);
 }
 
+// The time of an event of today, the day of an older one.
+export function shortTime(seconds: Integer, clock: string, now = Date.now() / 1000): string {
+  const text = dateTime(seconds, clock);
+  const today = dateTime(now, clock).slice(0, 10);
+  return text.startsWith(today) ? text.slice(11) : text.slice(0, 10);
+}
+
 export function ageOf(seconds: Integer): string {
   return duration(Date.now() / 1000 - Number(seconds));
 }

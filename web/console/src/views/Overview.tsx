@@ -4,7 +4,7 @@ import type { Event, Queue, Stats } from "../api/types";
 import { kindNames } from "../events/kinds";
 import { summaryOf } from "../events/summary";
 import { visible } from "../events/visible";
-import { ageOf, dateTime, duration, grouped, rate } from "../format";
+import { ageOf, dateTime, duration, grouped, rate, shortTime } from "../format";
 import { showEvent } from "../state/route";
 import { stats } from "../state/server";
 import { clock } from "../state/settings";
@@ -133,7 +133,7 @@ function Newest() {
                 showEvent(String(event.dsid), String(event.id));
               }}
             >
-              <span class="when">{dateTime(event.date, clock.value).slice(11)}</span>
+              <span class="when">{shortTime(event.date, clock.value)}</span>
               <Kind name={event.kind} />
               <span class="what">{visible(inShort(event))}</span>
             </a>
