@@ -94,6 +94,19 @@ TEST_F(Definition, MayComeFromAnyFile) {
   EXPECT_NE(orb.insertRecordsFromIni("mine", nullptr), 0);
 }
 
+TEST_F(Definition, OfAnotherFileIsTakenUpAgainAfterARestart) {
+  start();
+  writeFile("mine.ini", "[mine]\ncolumn.1 = id bigint key\n");
+  const std::string file = (home() / "mine.ini").string();
+  OrbDB::COrbDatabase& orb = OrbDB::COrbDatabase::Instance();
+  ASSERT_EQ(orb.CheckAddTable("mine", file.c_str()), 0);
+  ASSERT_LE(open("mine").addRecord("7", nullptr, 0), 0);
+  start();
+  EXPECT_EQ(orb.GetTable("mine"), nullptr);
+  ASSERT_EQ(orb.CheckAddTable("mine", file.c_str()), 0);
+  EXPECT_EQ(keysOf("mine"), (std::vector<long>{7}));
+}
+
 TEST_F(Definition, ThatIsWrongIsLoggedWithFileSectionAndEntry) {
   start();
   writeFile("bad.ini", "[mine]\ncolumn.1 = id number key\n");

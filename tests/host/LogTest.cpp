@@ -5,13 +5,19 @@
 #include <filesystem>
 #include <regex>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "EventSystem/platform/HostLog.h"
 #include "host/logging/Log.h"
+#include "host/logging/LogObserver.h"
 #include "tests/host/HostFixture.h"
 
 namespace EventSystemTest {
 namespace {
+
+using EventSystemHost::LogLevel;
+using EventSystemHost::LogObserver;
 
 class Log : public HostTest {
  protected:
@@ -65,6 +71,28 @@ TEST_F(Log, TracesWhenAsked) {
   stop();
   EXPECT_NE(log().find("trace 0 fine detail"), std::string::npos) << log();
   EXPECT_EQ(TraceOn(), 0);
+}
+
+TEST_F(Log, TellsObserversOfWarningsAndErrorsWhateverItsLevel) {
+  for (const char* const level : {"off", "error", "trace"}) {
+    startWith(std::string("level = ") + level + "\n");
+    std::vector<std::string> told;
+    const auto take = [&told](LogLevel of, int code, std::string_view message) {
+      told.push_back((of == LogLevel::kError ? "error " : "warning ") + std::to_string(code) + " " +
+                     std::string(message));
+      ErrorA(5, "of the observer itself");
+    };
+    {
+      const LogObserver observer(take);
+      ErrorA(4, "read event %d\nfailed", 7);
+      WarningA(50, "limit");
+      InfoA(0, "nobody asks for this");
+      __Trace("nor for this");
+    }
+    ErrorA(4, "too late");
+    EXPECT_EQ(told, (std::vector<std::string>{"error 4 read event 7\nfailed", "warning 50 limit"}))
+        << level;
+  }
 }
 
 TEST_F(Log, IsSilentWhenOff) {

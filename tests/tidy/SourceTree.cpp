@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 // Folders that hold no source: version control, builds, fetched packages, caches.
 bool isLeftOut(const fs::path& folder) {
-  static const std::set<std::string> names = {".git",         "build",  "out",
+  static const std::set<std::string> names = {".git",         "build",  "out",        "dist",
                                               "node_modules", ".cache", "__pycache__"};
   return names.contains(folder.filename().string());
 }

@@ -18,9 +18,6 @@ constexpr std::size_t kReadBytes = 4096;
 constexpr std::size_t kReadBodyBytes = 65536;
 constexpr std::size_t kMostReadAhead = 16384;  // of pipelined requests, while one is answered
 constexpr std::size_t kSendBytes = 65536;      // small pieces go out together up to this
-// How long a client that was told that the connection ends may take to end it, too. Until then
-// what it still sends is read: a socket that is closed with bytes unread takes the answer along.
-constexpr std::chrono::seconds kLinger(2);
 
 }  // namespace
 
@@ -172,6 +169,8 @@ void Connection::handle() {
   const auto exchange = std::make_shared<OpenExchange>(
       shared_from_this(), m_outlet, std::move(m_reader.request()), std::move(*m_share));
   ++m_core->requests;
+  // What a long body took is not kept while one waits.
+  if (m_input.capacity() > kMostReadAhead && m_input.size() == 0) m_input.shrink_to_fit();
   readMore();
   try {
     m_core->handle(exchange);
@@ -186,7 +185,8 @@ void Connection::handle() {
 void Connection::readMore() {
   if (m_isReading || m_readEnded) return;
   if (m_phase == Phase::kAnswering && m_input.size() >= kMostReadAhead) return;
-  const bool muchComes = m_phase == Phase::kLingering || (m_begun && m_phase == Phase::kReading);
+  const bool muchComes =
+      m_phase == Phase::kLingering || (m_phase == Phase::kReading && m_reader.isInBody());
   const auto buffer = m_input.prepare(muchComes ? kReadBodyBytes : kReadBytes);
   m_isReading = true;
   readSome(buffer);
@@ -324,7 +324,7 @@ void Connection::linger() {
   m_reader.reset();
   endSending();
   if (m_readEnded) return close();
-  setDeadline(kLinger);
+  setDeadline(m_core->limits.lingerTime);
   readMore();
 }
 

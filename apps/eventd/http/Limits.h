@@ -24,6 +24,9 @@ struct Limits {
   std::chrono::milliseconds requestTime = std::chrono::seconds(30);    // a whole request; then 408
   std::chrono::milliseconds writeTime = std::chrono::seconds(30);      // no progress in sending
   std::chrono::milliseconds handshakeTime = std::chrono::seconds(10);  // of TLS
+  // How long a client that was told that the connection ends may take to end it, too. Until then
+  // what it still sends is read: a socket closed with bytes unread may take the answer along.
+  std::chrono::milliseconds lingerTime = std::chrono::seconds(2);
 };
 
 }  // namespace EventApps::Http

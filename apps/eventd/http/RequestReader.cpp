@@ -81,6 +81,9 @@ std::size_t RequestReader::bodySize() const {
   return m_parser->parser.get().body().size() + m_parser->request.body.size();
 }
 
+bool RequestReader::isInBody() const {
+  return m_parser->hasHead;
+}
 bool RequestReader::hasBody() const {
   return !m_parser->parser.is_done();
 }

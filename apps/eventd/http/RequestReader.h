@@ -29,6 +29,8 @@ class RequestReader {
   // RefusedRequest; then nothing but reset() is left to be done.
   Step next(std::string_view bytes, std::size_t& used);
 
+  bool isInBody() const;
+
   // From kHead on.
   Request& request();
   bool hasBody() const;

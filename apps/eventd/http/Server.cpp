@@ -96,7 +96,7 @@ void Server::Parts::waitUntilStopped() {
   done.wait(lock, [this] { return stopped; });
 }
 
-Server::Server(Limits limits, Handler handler, unsigned threads)
+Server::Server(const Limits& limits, Handler handler, unsigned threads)
     : m_parts(std::make_unique<Parts>(limits, std::move(handler), threads)) {}
 
 Server::~Server() {

@@ -46,7 +46,7 @@ class Server {
   // A line for the log.
   using Complaint = std::function<void(const std::string& message)>;
 
-  Server(Limits limits, Handler handler, unsigned threads);
+  Server(const Limits& limits, Handler handler, unsigned threads);
   ~Server();  // stop()
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;

@@ -66,6 +66,8 @@ struct KeyDesk::Row {
   bool settled = false;
 };
 
+KeyDesk::~KeyDesk() = default;
+
 KeyDesk::KeyDesk(EventSystemHost::Host& host, const ServiceLimits& limits) : m_limits(limits) {
   // The service's queues are no tables of this database.
   if (host.cluster() != nullptr) return;
@@ -113,6 +115,7 @@ void KeyDesk::load() {
   Row row;
   for (int end = m_table->ListRecordsStart(nullptr); end == 0;
        end = m_table->ListRecordsNext(nullptr)) {
+    if (row.id != 0 && !row.settled) m_beforeLast = std::make_unique<Row>(std::move(row));
     row = currentRow();
     take(row);
     m_nextRow = row.id + 1;
@@ -138,7 +141,7 @@ void KeyDesk::take(const Row& row) {
 }
 
 void KeyDesk::checkLast(const Row& row) {
-  m_last = {row.id, row.dsid, row.eventId};
+  m_last = std::make_unique<Row>(row);
   const auto found = m_requests.find(row.key);
   if (found == m_requests.end() || found->second.rows.back() != row.id) return;
   const DatabaseQueueReader reader;
@@ -192,37 +195,48 @@ void KeyDesk::release(KeyedRequest& request) {
 
 void KeyDesk::expect(KeyedRequest& request, EventSystem::Event& event, unsigned long id) {
   deleteWithdrawn();
-  const long row = m_nextRow;
-  const std::string record = std::to_string(row) + ",\"" + request.key + "\",\"" + request.body +
-                             "\"," + std::to_string(request.rows.size()) + "," +
-                             std::to_string(static_cast<int>(request.dsid)) + "," +
-                             std::to_string(id) + ",\"" + digestOfEvent(eventStringOf(event)) +
-                             "\"," + std::to_string(request.time) + ",0";
-  const int status = m_table->addRecord(record.c_str(), nullptr, 0);
-  if (status >= 1) {
-    throw Failure("the idempotency key could not be noted (database status " +
-                  std::to_string(status) + "); the log says why");
-  }
+  Row row{m_nextRow,
+          request.key,
+          request.body,
+          request.rows.size(),
+          request.dsid,
+          id,
+          digestOfEvent(eventStringOf(event)),
+          request.time,
+          false};
+  addRow(row);
   ++m_nextRow;
   ++m_rows;
-  m_last = {row, request.dsid, id};
-  if (request.rows.empty()) m_order[row] = request.key;
-  request.rows.push_back(row);
+  if (request.rows.empty()) m_order[row.id] = request.key;
+  request.rows.push_back(row.id);
   request.eventIds.push_back(id);
+  m_beforeLast = std::exchange(m_last, std::make_unique<Row>(std::move(row)));
+}
+
+void KeyDesk::addRow(const Row& row) {
+  const std::string record =
+      std::to_string(row.id) + ",\"" + row.key + "\",\"" + row.body + "\"," +
+      std::to_string(row.position) + "," + std::to_string(static_cast<int>(row.dsid)) + "," +
+      std::to_string(row.eventId) + ",\"" + row.event + "\"," + std::to_string(row.time) + ",0";
+  const int status = m_table->addRecord(record.c_str(), nullptr, 0);
+  if (status < 1) return;
+  throw Failure("the idempotency key could not be noted (database status " +
+                std::to_string(status) + "); the log says why");
 }
 
 void KeyDesk::confirm(KeyedRequest& request, unsigned long id) {
-  if (request.eventIds.back() == id) return;
+  const bool isOther = request.eventIds.back() != id;
   request.eventIds.back() = id;
   m_last->eventId = id;
-  const std::string change = "eventid=" + std::to_string(id);
-  const int status =
-      m_table->updateRecord(std::to_string(request.rows.back()).c_str(), change.c_str());
-  if (status > 0) {
-    throw Failure("the id of event " + std::to_string(id) +
-                  " could not be noted with its idempotency key (database status " +
-                  std::to_string(status) + "); the log says why");
-  }
+  const std::string key = std::to_string(m_last->id);
+  // A flush that failed may have taken it, and not the event.
+  if (m_table->readRecord(key.c_str()) != 0) return addRow(*m_last);
+  if (!isOther) return;
+  const int status = m_table->updateRecord(key.c_str(), ("eventid=" + std::to_string(id)).c_str());
+  if (status <= 0) return;
+  throw Failure("the id of event " + std::to_string(id) +
+                " could not be noted with its idempotency key (database status " +
+                std::to_string(status) + "); the log says why");
 }
 
 void KeyDesk::withdraw(KeyedRequest& request) {
@@ -230,7 +244,7 @@ void KeyDesk::withdraw(KeyedRequest& request) {
   m_order.erase(request.rows.back());
   request.rows.pop_back();
   request.eventIds.pop_back();
-  m_last.reset();
+  m_last = std::move(m_beforeLast);
   deleteWithdrawn();
 }
 
@@ -261,7 +275,7 @@ void KeyDesk::settle() {
 }
 
 void KeyDesk::settleLast() {
-  if (m_table->updateRecord(std::to_string(m_last->row).c_str(), "settled=1") > 0) {
+  if (m_table->updateRecord(std::to_string(m_last->id).c_str(), "settled=1") > 0) {
     throw Failure("an idempotency key could not be marked; the log says why");
   }
   m_last.reset();
@@ -287,7 +301,7 @@ void KeyDesk::tidy(std::size_t most) {
   for (std::size_t i = 0; i < most; ++i) {
     if (m_discarded.empty()) expireOldest();
     if (m_discarded.empty()) return;
-    if (m_last && m_last->row == m_discarded.front()) m_last.reset();
+    if (m_last && m_last->id == m_discarded.front()) m_last.reset();
     if (!deleteRow(m_discarded.front())) return;
     m_discarded.pop_front();
   }

@@ -18,6 +18,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -46,6 +47,10 @@ class KeyDesk {
  public:
   // Creates the table where it is missing. The event manager must have been built. Throws Failure.
   KeyDesk(EventSystemHost::Host& host, const ServiceLimits& limits);
+  ~KeyDesk();
+
+  KeyDesk(const KeyDesk&) = delete;
+  KeyDesk& operator=(const KeyDesk&) = delete;
 
   bool isSupported() const { return m_table.has_value(); }
   std::size_t rows() const { return m_rows; }  // any thread
@@ -74,16 +79,12 @@ class KeyDesk {
 
  private:
   struct Row;
-  struct Last {
-    long row = 0;
-    unsigned int dsid = 0;
-    unsigned long eventId = 0;
-  };
 
   static std::filesystem::path writeDefinition(const EventSystemHost::Host& host);
   void openTable(const EventSystemHost::Host& host);
   Row currentRow() const;
   void load();
+  void addRow(const Row& row);
   void take(const Row& row);
   void checkLast(const Row& row);
   bool isExpired(const KeyedRequest& request) const;
@@ -100,7 +101,8 @@ class KeyDesk {
   std::map<long, std::string> m_order;                       // keys by first row
   std::deque<long> m_discarded;                              // rows to be deleted
   std::optional<long> m_withdrawn;                           // must go before the next is written
-  std::optional<Last> m_last;                                // written last, and not marked
+  std::unique_ptr<Row> m_last;                               // written last, and not marked
+  std::unique_ptr<Row> m_beforeLast;  // takes its place when that is withdrawn
   long m_nextRow = 1;
   std::atomic<std::size_t> m_rows = 0;
 };

@@ -136,7 +136,7 @@ std::optional<Subscription> QueueService::subscribe(unsigned int dsid,
   subscriber->deliver = std::move(deliver);
   subscriber->ended = std::move(ended);
   m_parts->startSubscriber(subscriber, after);
-  const auto onAnswers = [&core, answers = std::weak_ptr(core.answers)](auto call) {
+  const auto onAnswers = [answers = std::weak_ptr(core.answers)](auto call) {
     if (const auto alive = answers.lock()) alive->post(std::move(call));
   };
   return Subscription(

@@ -95,7 +95,8 @@ TEST(SlowRequest, IsCutOff) {
 // A byte now and then buys no time.
 TEST(SlowRequest, IsCutOffHoweverBusyItLooks) {
   Http::Limits limits;
-  limits.requestTime = milliseconds(50);
+  limits.headerBytes = 1u << 30;
+  limits.requestTime = milliseconds(500);
   TestServer server(limits);
   RawClient client = server.client();
   client.send("GET / HTTP/1.1\r\nHost: h\r\nX: ");
@@ -103,6 +104,7 @@ TEST(SlowRequest, IsCutOffHoweverBusyItLooks) {
     client.send("x");
     return server.server().figures().requestsRefused == 1;
   }));
+  EXPECT_EQ(408u, client.reply().status);
 }
 
 TEST(SlowReader, IsCutOff) {

@@ -88,6 +88,8 @@ bool RawClient::startTls(const std::filesystem::path& authority,
                          int mostVersion) {
   std::signal(SIGPIPE, SIG_IGN);  // OpenSSL writes to sockets as to files
   m_context.reset(SSL_CTX_new(TLS_client_method()));
+  SSL_CTX_set_security_level(m_context.get(), 0);  // it is the server who is to refuse
+  SSL_CTX_set_min_proto_version(m_context.get(), TLS1_VERSION);
   SSL_CTX_set_max_proto_version(m_context.get(), mostVersion);
   SSL_CTX_load_verify_locations(m_context.get(), authority.c_str(), nullptr);
   SSL_CTX_set_verify(m_context.get(), SSL_VERIFY_PEER, nullptr);

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <ostream>
 #include <string>
 
@@ -213,14 +214,31 @@ INSTANTIATE_TEST_SUITE_P(
     kNameOf);
 
 // Whoever sends a body that is too long is still sending when the answer comes.
-TEST(RefusedBody, IsReadOnUntilItsClientHasTheAnswer) {
+TEST(RefusedBody, IsReadOnUntilItsClientHangsUp) {
   Http::Limits limits;
   limits.bodyBytes = 1000;
+  limits.lingerTime = std::chrono::hours(1);
   TestServer server(limits);
   RawClient client(server.port());
-  const std::string body(200000, 'x');
-  client.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 200000\r\n\r\n" + body);
+  client.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 1000000\r\n\r\n");
   EXPECT_EQ(413u, client.reply().status);
+  EXPECT_EQ("", client.rest());
+  EXPECT_TRUE(client.send(std::string(1000000, 'x')));
+  EXPECT_TRUE(eventually([&] { return server.server().figures().bytesIn > 1000000; }));
+  EXPECT_EQ(1u, server.server().figures().connectionsOpen);
+  client.close();
+  EXPECT_TRUE(eventually([&] { return server.server().figures().connectionsOpen == 0; }));
+}
+
+TEST(RefusedBody, IsNotReadForEver) {
+  Http::Limits limits;
+  limits.bodyBytes = 1000;
+  limits.lingerTime = std::chrono::milliseconds(20);
+  TestServer server(limits);
+  RawClient client(server.port());
+  client.send("POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 1000000\r\n\r\n");
+  EXPECT_EQ(413u, client.reply().status);
+  EXPECT_TRUE(eventually([&] { return server.server().figures().connectionsOpen == 0; }));
 }
 
 TEST(Refusal, IsWordedByWhoeverIsAsked) {

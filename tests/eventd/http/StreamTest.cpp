@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
+#include <utility>
 
 #include "tests/eventd/http/TestServer.h"
 
@@ -165,6 +167,19 @@ TEST(OnClose, IsNotCalledAfterAnAnswer) {
   EXPECT_TRUE(eventually([&] { return server.server().figures().connectionsOpen == 0; }));
   EXPECT_FALSE(called);
   EXPECT_EQ(0, server.closed);
+}
+
+TEST(OnClose, LetsGoOfWhatItHoldsWithTheAnswer) {
+  TestServer server;
+  RawClient client = server.client();
+  client.get("/wait");
+  const auto exchange = server.keptOne();
+  auto held = std::make_shared<int>();
+  const std::weak_ptr<int> watched = held;
+  exchange->onClose([held = std::move(held)] {});
+  EXPECT_FALSE(watched.expired());
+  exchange->respond({});
+  EXPECT_TRUE(watched.expired());
 }
 
 TEST(OnClose, LetsGoOfWhatItHolds) {

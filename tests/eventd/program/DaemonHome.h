@@ -76,6 +76,8 @@ class DaemonHome : public ::testing::Test {
   std::vector<unsigned long> ids(unsigned int dsid = 0) const;
 
  private:
+  bool hasEnded() const;
+
   TempDir m_directory;
   NotifySocket m_notifications;
   std::unique_ptr<Program> m_program;

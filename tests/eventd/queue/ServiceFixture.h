@@ -89,6 +89,8 @@ class ServiceTest : public ::testing::Test {
   using StoreResult = EventApps::StoreResult;
   using ReadResult = EventApps::ReadResult;
 
+  explicit ServiceTest(const std::filesystem::path& parent = std::filesystem::temp_directory_path())
+      : m_directory(parent) {}
   ~ServiceTest() override { stop(); }
 
   std::filesystem::path home() const { return m_directory.path(); }
@@ -97,6 +99,7 @@ class ServiceTest : public ::testing::Test {
 
   // Before the start.
   void useDurability(const std::string& durability) { m_durability = durability; }
+  void useMore(const std::string& configuration) { m_more = configuration; }
   void useCountLimit(int limit) const {
     std::ofstream(home() / "OrbCentral.ini") << "[events]\ncount_limit = " << limit << '\n';
   }
@@ -106,7 +109,8 @@ class ServiceTest : public ::testing::Test {
   void start() {
     stop();
     std::ofstream(home() / "host.ini")
-        << "[database]\ndurability = " << m_durability << "\n[log]\nlevel = off\n";
+        << "[database]\ndurability = " << m_durability << "\n[log]\nlevel = off\n"
+        << m_more;
     EventSystemHost::HostOptions options;
     options.home = home();
     m_host = std::make_unique<EventSystemHost::Host>(options);
@@ -156,6 +160,7 @@ class ServiceTest : public ::testing::Test {
  private:
   TempDir m_directory;
   std::string m_durability = "group";
+  std::string m_more;
   std::unique_ptr<EventSystemHost::Host> m_host;
   std::unique_ptr<QueueService> m_service;
 };

@@ -3,61 +3,22 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/eventd/queue/Inbox.h"
 #include "tests/eventd/queue/ServiceFixture.h"
 #include "tests/support/AuditFile.h"
 
 namespace EventSystemTest {
 namespace {
 
-using EventApps::EventSpan;
 using EventApps::Subscription;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 class Subscribe : public ServiceTest {
  protected:
-  // What a subscriber was delivered.
-  class Inbox {
-   public:
-    bool take(EventSpan events) {
-      const std::lock_guard lock(m_mutex);
-      for (const auto& event : events) m_ids.push_back(event->id());
-      m_largest = std::max(m_largest, events.size());
-      return m_wantsMore;
-    }
-    void end(const std::string& why) {
-      const std::lock_guard lock(m_mutex);
-      m_why = why;
-    }
-    void wantMore(bool more) {
-      const std::lock_guard lock(m_mutex);
-      m_wantsMore = more;
-    }
-    Ids ids() const {
-      const std::lock_guard lock(m_mutex);
-      return m_ids;
-    }
-    std::string why() const {
-      const std::lock_guard lock(m_mutex);
-      return m_why;
-    }
-    bool has(std::size_t count) const {
-      return eventually([&] { return ids().size() >= count; });
-    }
-
-   private:
-    mutable std::mutex m_mutex;
-    Ids m_ids;
-    std::string m_why;
-    std::size_t m_largest = 0;
-    bool m_wantsMore = true;
-  };
-
   std::optional<Subscription> subscribe(Inbox& inbox, std::optional<unsigned long> after,
                                         std::set<int> types = {}, unsigned int dsid = 0) {
-    return service().subscribe(
-        dsid, after, std::move(types), [&inbox](EventSpan events) { return inbox.take(events); },
-        [&inbox](const std::string& why) { inbox.end(why); });
+    return inbox.subscribe(service(), after, std::move(types), dsid);
   }
 
   static Ids upTo(unsigned long last) {

@@ -1,0 +1,198 @@
+// How eventd starts, stops, and works with a service manager.
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "tests/eventd/http/Certificates.h"
+#include "tests/eventd/program/DaemonHome.h"
+
+namespace EventSystemTest {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+class Lifecycle : public DaemonHome {
+ protected:
+  // The message with which it refuses to start.
+  std::string refusal(const std::string& ini, const std::vector<std::string>& arguments = {}) {
+    write("eventd.ini", ini);
+    const Outcome outcome = run(arguments);
+    EXPECT_EQ(outcome.status, 2) << ini << outcome.err;
+    return outcome.err;
+  }
+  std::string place() const { return "eventd: " + (home() / "eventd.ini").string() + ": "; }
+};
+
+TEST_F(Lifecycle, RefusesWhatItDoesNotKnowOrAllow) {
+  EXPECT_THAT(refusal("[unx]\npath = x\n"),
+              HasSubstr(place() + "[unx] path = \"x\": unknown section; the sections are [unix]"));
+  EXPECT_THAT(refusal("[unix]\npth = x\n"), HasSubstr("[unix] pth = \"x\": unknown entry; "));
+  const std::vector<std::pair<std::string, std::string>> wrong = {
+      {"unix", "enabled = yes"},
+      {"unix", "mode = 0888"},
+      {"unix", "mode = 01000"},
+      {"unix", "role = root"},
+      {"unix", "path ="},
+      {"tcp", "listen = 8780"},
+      {"tcp", "listen = example:80"},
+      {"tcp", "listen = ::1:80"},
+      {"tcp", "listen = [::1]:x"},
+      {"tcp", "listen = 1.2.3.4:70000"},
+      {"tls", "client_role = x"},
+      {"metrics", "public = 2"},
+      {"limits", "body_bytes = 1"},
+      {"limits", "connections = 0"},
+      {"limits", "waiting = -1"},
+      {"limits", "requests_per_second = x"},
+      {"limits", "burst = 0"},
+      {"limits", "batch_events = 0"},
+      {"limits", "idempotency_hours = 0"},
+      {"limits", "heartbeat_ms = 1"},
+      {"limits", "stream_backlog_bytes = 5"},
+      {"limits", "grace_seconds = 1.5"}};
+  for (const auto& [section, entry] : wrong) {
+    const std::string name = entry.substr(0, entry.find(' '));
+    const std::string message = refusal("[" + section + "]\n" + entry + "\n");
+    EXPECT_THAT(message, HasSubstr(place() + "[" + section + "] " + name + " = \"")) << entry;
+    EXPECT_THAT(message, HasSubstr("allowed is ")) << entry;
+  }
+}
+
+TEST_F(Lifecycle, RefusesToLeaveTheMachineInTheClear) {
+  makeToken("one", EventApps::Role::kRead);
+  for (const char* address : {"0.0.0.0:0", "[::]:0", "192.0.2.1:80"}) {
+    EXPECT_THAT(refusal("[tcp]\nlisten = " + std::string(address) + "\n"),
+                HasSubstr("is not a loopback address"))
+        << address;
+  }
+}
+
+TEST_F(Lifecycle, RefusesTcpThatNobodyOrAnybodyCouldUse) {
+  EXPECT_THAT(refusal("[tcp]\nlisten = 127.0.0.1:0\n"),
+              HasSubstr("eventctl --home " + home().string() + " token add NAME --role write"));
+  EXPECT_THAT(refusal("[tls]\nlisten = 127.0.0.1:0\n"), HasSubstr("certificate_file and key_file"));
+  EXPECT_THAT(refusal("[tls]\nlisten = 0.0.0.0:0\ncertificate_file = c\nkey_file = k\n"),
+              HasSubstr("neither tokens nor a client_ca_file"));
+  EXPECT_THAT(refusal("[unix]\nenabled = 0\n"), HasSubstr("would listen nowhere"));
+}
+
+TEST_F(Lifecycle, ChecksAConfigurationWithoutStarting) {
+  write("eventd.ini", "[limits]\nburst = 5\n");
+  const Outcome good = run({"--check-config"});
+  EXPECT_EQ(good.status, 0);
+  EXPECT_EQ(good.out, (home() / "eventd.ini").string() + ": nothing is wrong\n");
+  EXPECT_FALSE(std::filesystem::exists(home() / "events.db"));
+  EXPECT_THAT(refusal("[limits]\nburst = x\n", {"--check-config"}), HasSubstr("[limits] burst"));
+  EXPECT_THAT(refusal("", {"--config", "/nowhere/eventd.ini"}),
+              HasSubstr("/nowhere/eventd.ini: there is no such file"));
+}
+
+TEST_F(Lifecycle, SaysWhatIsWrongWithItsCommandLine) {
+  const Outcome outcome = run({"--hom"});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_THAT(outcome.err, HasSubstr("eventd --help"));
+  EXPECT_THAT(run({"--version"}).out, HasSubstr("eventd 1."));
+}
+
+TEST_F(Lifecycle, IsTheOnlyOneOfItsHome) {
+  start();
+  const Outcome second = run();
+  EXPECT_EQ(second.status, 1);
+  EXPECT_THAT(second.err, HasSubstr(std::to_string(program().pid())));
+  EXPECT_EQ(get("/healthz").status, 200U);
+}
+
+TEST_F(Lifecycle, StopsInGoodOrder) {
+  start();
+  add("kept");
+  EXPECT_EQ(notifications().next(0), "");
+  EXPECT_EQ(stop().status, 0);
+  EXPECT_THAT(notifications().next(0), HasSubstr("STOPPING=1"));
+  EXPECT_FALSE(std::filesystem::exists(socket()));
+  EXPECT_THAT(log(), HasSubstr("eventd stops"));
+  start();
+  EXPECT_EQ(ids().size(), 1U);
+}
+
+TEST_F(Lifecycle, AnswersReadersThatWaitWhenItStops) {
+  start();
+  std::vector<RawClient> readers;
+  for (int i = 0; i < 20; ++i) {
+    readers.emplace_back(socket());
+    readers.back().get("/v1/queues/0/events?wait=60");
+  }
+  while (jsonOf(get("/v1/stats"))["waiting"] != 20) {
+  }
+  EXPECT_EQ(stop().status, 0);
+  for (RawClient& reader : readers) {
+    const Reply reply = reader.reply();
+    EXPECT_EQ(reply.status, 200U);
+    EXPECT_EQ(reply.body, "{\"events\":[],\"last\":0}\n");
+  }
+}
+
+TEST_F(Lifecycle, ReplacesTheSocketOfADaemonThatWasKilled) {
+  start();
+  kill();
+  EXPECT_TRUE(std::filesystem::exists(socket()));
+  start();
+  EXPECT_EQ(get("/healthz").status, 200U);
+}
+
+TEST_F(Lifecycle, TellsTheServiceManagerThatItIsAlive) {
+  start({}, {"WATCHDOG_USEC=150000"});
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(notifications().next(120000), "WATCHDOG=1");
+}
+
+TEST_F(Lifecycle, ReadsAgainWhatASignalAsksFor) {
+  start();
+  program().signal(SIGHUP);
+  EXPECT_THAT(notifications().next(120000), HasSubstr("RELOADING=1"));
+  EXPECT_THAT(notifications().next(120000), HasSubstr("READY=1"));
+  EXPECT_EQ(get("/healthz").status, 200U);
+}
+
+TEST_F(Lifecycle, FlushesTogetherUnlessToldOtherwise) {
+  start();
+  EXPECT_EQ(jsonOf(get("/v1/stats"))["durability"], "group");
+  stop();
+  write("host.ini", "[database]\ndurability = strict\n");
+  start();
+  EXPECT_EQ(jsonOf(get("/v1/stats"))["durability"], "strict");
+}
+
+TEST_F(Lifecycle, ServesOverTls) {
+  const Certificates certificates;
+  certificates.sign("server", "localhost", "serverAuth");
+  certificates.sign("client", "node1", "clientAuth");
+  makeToken("one", EventApps::Role::kRead);
+  write("eventd.ini", "[tls]\nlisten = 127.0.0.1:0\ncertificate_file = " +
+                          certificates.file("server.crt").string() +
+                          "\nkey_file = " + certificates.file("server.key").string() +
+                          "\nclient_ca_file = " + certificates.authority().string() +
+                          "\nclient_role = write\n");
+  start();
+  RawClient client(port("https"));
+  ASSERT_TRUE(client.startTls(certificates.authority(), certificates.file("client.crt"),
+                              certificates.file("client.key")));
+  const json me = jsonOf(client.ask("/v1/whoami"));
+  EXPECT_EQ(me["via"], "certificate");
+  EXPECT_EQ(me["role"], "write");
+  EXPECT_EQ(me["name"], "node1");
+  RawClient nobody(port("https"));
+  ASSERT_TRUE(nobody.startTls(certificates.authority(), {}, {}));
+  EXPECT_EQ(nobody.ask("/v1/whoami").status, 401U);
+}
+
+}  // namespace
+}  // namespace EventSystemTest

@@ -1,0 +1,98 @@
+// The queue service in cluster mode, at a real etcd server.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "EventSystem/ResultCode.h"
+#include "host/cluster/ClusterClient.h"
+#include "tests/cluster/EtcdCluster.h"
+#include "tests/eventd/queue/Inbox.h"
+#include "tests/eventd/queue/ServiceFixture.h"
+
+namespace EventSystemTest {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+class ClusterService : public ServiceTest {
+ protected:
+  ClusterService() {
+    limits.lookForOtherMembers = std::chrono::milliseconds(20);
+    useMore("[cluster]\ncluster_mode = 1\nmember = node1\nendpoints = " + m_etcd.endpoint(0) +
+            "\ndeadline_ms = 4000\n");
+    start();
+  }
+  ~ClusterService() override { stop(); }
+
+  // An event that another member stores: its id.
+  unsigned long storeElsewhere() {
+    EventSystemHost::ClusterClient other(m_etcd.configuration());
+    unsigned long id = 0;
+    EXPECT_EQ(other.newEvent("events", "node2", capacityText(0, 1700000000, "elsewhere"), 0, id, 0),
+              0u);
+    return id;
+  }
+
+  EtcdCluster m_etcd{1};
+};
+
+TEST_F(ClusterService, StoresReadsAndRemoves) {
+  EXPECT_FALSE(service().supportsKeys());
+  EXPECT_TRUE(service().readiness().ready) << service().readiness().why;
+  const StoreResult stored = store(eventsOf({"a", "b", "c"}));
+  EXPECT_EQ(stored.code, 0) << stored.problem;
+  EXPECT_THAT(stored.ids, ElementsAre(1, 2, 3));
+  EXPECT_THAT(idsAfter(0), ElementsAre(1, 2, 3));
+  EXPECT_THAT(read({}).events[1]->view().eventString, HasSubstr("id:2;"));
+  EXPECT_TRUE(remove(2).found);
+  EXPECT_FALSE(remove(2).found);
+  EXPECT_EQ(removeUpTo(std::nullopt, true).deleted, 2u);
+  EXPECT_EQ(removeUpTo(1).deleted, 1u);
+  EXPECT_THAT(idsAfter(0), ElementsAre(3));
+  const StoreResult keyed = store(eventsOf({"a"}), 0, EventApps::IdempotencyKey{"key", "body"});
+  EXPECT_EQ(keyed.code, EventSystem::kGeneralFailure);
+  EXPECT_THAT(keyed.ids, IsEmpty());
+}
+
+TEST_F(ClusterService, ShowsWhatOtherMembersStoreInOrder) {
+  Inbox inbox;
+  const auto subscription = inbox.subscribe(service(), 0);
+  Ids all = {storeOne()};
+  all.push_back(storeElsewhere());
+  ASSERT_TRUE(inbox.has(2)) << "found by looking";
+  for (int i = 0; i < 5; ++i) {
+    all.push_back(storeElsewhere());
+    all.push_back(storeOne());
+  }
+  ASSERT_TRUE(inbox.has(all.size()));
+  EXPECT_EQ(inbox.ids(), all);
+  EXPECT_EQ(idsAfter(0), all);
+}
+
+TEST_F(ClusterService, WakesAReaderForAnotherMembersEvent) {
+  std::promise<ReadResult> answer;
+  service().read({0, 0, 10, {}, std::chrono::hours(1)},
+                 [&](ReadResult result) { answer.set_value(std::move(result)); });
+  ASSERT_TRUE(eventually([&] { return service().counters().waitingReaders == 1; }));
+  const unsigned long id = storeElsewhere();
+  auto future = answer.get_future();
+  ASSERT_EQ(future.wait_for(kPatience), std::future_status::ready);
+  EXPECT_THAT(idsOf(future.get().events), ElementsAre(id));
+}
+
+TEST_F(ClusterService, SaysThatTheServiceIsAwayAndGoesOnWhenItIsBack) {
+  storeOne();
+  m_etcd.kill(0);
+  const StoreResult failed = store(eventsOf({"a"}));
+  EXPECT_EQ(failed.code, EventSystem::kStoreFailure);
+  EXPECT_THAT(failed.problem, HasSubstr(m_etcd.endpoint(0)));
+  EXPECT_FALSE(service().readiness().ready);
+  m_etcd.start(0);
+  EXPECT_TRUE(eventually([&] { return service().readiness().ready; }));
+  EXPECT_EQ(store(eventsOf({"b"})).code, 0);
+}
+
+}  // namespace
+}  // namespace EventSystemTest

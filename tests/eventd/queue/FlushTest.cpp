@@ -1,0 +1,218 @@
+// Flushes that take their time, and flushes that fail.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "EventSystem/ResultCode.h"
+#include "tests/eventd/queue/Inbox.h"
+#include "tests/eventd/queue/ServiceFixture.h"
+#include "tests/host/FaultVfs.h"
+#include "tests/host/HostFixture.h"
+
+namespace EventSystemTest {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+constexpr std::chrono::milliseconds kAMoment(30);
+constexpr int kForEver = 1000000000;
+
+class Flush : public ServiceTest {
+ protected:
+  Flush() { FaultVfs::install(); }
+  ~Flush() override {
+    stop();
+    FaultVfs::install();
+  }
+
+  template <class Answer>
+  using Pending = std::future<Answer>;
+
+  Pending<StoreResult> storeLater() {
+    auto promise = std::make_shared<std::promise<StoreResult>>();
+    service().store(eventsOf({"a"}), 0, std::nullopt,
+                    [promise](StoreResult result) { promise->set_value(std::move(result)); });
+    return promise->get_future();
+  }
+  Pending<ReadResult> readLater() {
+    auto promise = std::make_shared<std::promise<ReadResult>>();
+    service().read({0, 1, 100, {}, {}},
+                   [promise](ReadResult result) { promise->set_value(std::move(result)); });
+    return promise->get_future();
+  }
+  template <class Answer>
+  static bool isOpen(Pending<Answer>& pending) {
+    return pending.wait_for(kAMoment) == std::future_status::timeout;
+  }
+  template <class Answer>
+  static Answer resultOf(Pending<Answer>& pending) {
+    if (pending.wait_for(kPatience) == std::future_status::ready) return pending.get();
+    ADD_FAILURE() << "no answer";
+    return {};
+  }
+};
+
+TEST_F(Flush, ComesBeforeAnAnswerAndBeforeAnythingIsShown) {
+  start();
+  Inbox inbox;
+  const auto subscription = inbox.subscribe(service(), 0);
+  storeOne();
+  ASSERT_TRUE(inbox.has(1));
+  FaultVfs::holdFlushes();
+  auto stored = storeLater();
+  FaultVfs::waitForHeldFlush();
+  auto seen = readLater();  // finds the event of which nobody may know
+  auto storedMeanwhile = storeLater();
+  EXPECT_TRUE(eventually([] { return keysOf("events").size() == 3; }))
+      << "the queue thread goes on";
+  EXPECT_TRUE(isOpen(stored));
+  EXPECT_TRUE(isOpen(seen));
+  EXPECT_TRUE(isOpen(storedMeanwhile));
+  EXPECT_THAT(inbox.ids(), ElementsAre(1));
+  FaultVfs::letFlushesGo();
+  EXPECT_THAT(resultOf(stored).ids, ElementsAre(2));
+  EXPECT_THAT(resultOf(storedMeanwhile).ids, ElementsAre(3));
+  EXPECT_GE(resultOf(seen).last, 2u);
+  ASSERT_TRUE(inbox.has(3));
+  EXPECT_THAT(inbox.ids(), ElementsAre(1, 2, 3));
+}
+
+TEST_F(Flush, IsNotWaitedForByWhoReadsOldEvents) {
+  start();
+  store(manyEvents(3));
+  const auto before = service().counters().flushes;
+  EXPECT_EQ(idsAfter(0).size(), 3u);
+  EXPECT_EQ(idsAfter(1).size(), 2u);
+  EXPECT_EQ(service().counters().flushes, before);
+}
+
+TEST_F(Flush, ThatFailsIsToldToAllThatWait) {
+  start();
+  storeOne();
+  FaultVfs::failFlush(1, kForEver);
+  std::vector<Pending<StoreResult>> stores;
+  for (int i = 0; i < 8; ++i) stores.push_back(storeLater());
+  for (auto& each : stores) {
+    const StoreResult result = resultOf(each);
+    EXPECT_EQ(result.code, EventSystem::kStoreFailure);
+    EXPECT_THAT(result.ids, IsEmpty());
+    EXPECT_NE(result.problem, "");
+  }
+  const EventApps::Readiness readiness = service().readiness();
+  EXPECT_FALSE(readiness.ready);
+  EXPECT_NE(readiness.why, "");
+  EXPECT_GE(service().counters().failedFlushes, 1u);
+  EXPECT_EQ(service().counters().written.at(EventSystem::kCapacityEvent), 1u);
+}
+
+TEST_F(Flush, ThatFailedOnceLeavesNobodyBehind) {
+  for (const char* const durability : {"group", "relaxed"}) {
+    useDurability(durability);
+    start();
+    Inbox inbox;
+    const auto subscription = inbox.subscribe(service(), 0);
+    const unsigned long first = storeOne();
+    FaultVfs::failFlush(1);
+    const StoreResult failed = store(manyEvents(3));
+    EXPECT_EQ(failed.code, EventSystem::kStoreFailure) << durability;
+    EXPECT_THAT(failed.problem, HasSubstr("a flush failed"));
+    EXPECT_TRUE(eventually([&] { return service().readiness().ready; }))
+        << service().readiness().why;
+    const unsigned long last = storeOne();
+    EXPECT_GT(last, first);
+    const Ids all = idsAfter(0);
+    EXPECT_EQ(all.back(), last);
+    EXPECT_TRUE(eventually([&] { return inbox.ids().size() >= all.size(); }));
+    EXPECT_EQ(inbox.ids(), all) << "who follows the queue sees what is there, once, in order";
+  }
+}
+
+TEST_F(Flush, ThatLostEventsStopsTheServiceUntilARestart) {
+  start();
+  storeOne();
+  FaultVfs::loseUnflushed(true);
+  FaultVfs::failFlush(1);
+  EXPECT_EQ(store(manyEvents(2)).code, EventSystem::kStoreFailure);
+  FaultVfs::loseUnflushed(false);
+  EXPECT_TRUE(eventually([&] { return store(manyEvents(1)).code != 0; }));
+  EXPECT_FALSE(service().readiness().ready);
+  EXPECT_EQ(read({0, 1, 100, {}, {}}).code, EventSystem::kStoreFailure);
+  start();
+  EXPECT_TRUE(service().readiness().ready);
+  EXPECT_THAT(idsAfter(0), ElementsAre(1));
+  EXPECT_GT(storeOne(), 1u);
+}
+
+TEST_F(Flush, ThatFailsInStrictModeFailsItsEventOnly) {
+  useDurability("strict");
+  start();
+  storeOne();
+  FaultVfs::failFlush(1);
+  const StoreResult failed = store(eventsOf({"a"}));
+  EXPECT_EQ(failed.code, EventSystem::kStoreFailure);
+  const unsigned long id = storeOne();
+  EXPECT_THAT(idsAfter(0), ElementsAre(1, id));
+  EXPECT_TRUE(service().readiness().ready);
+}
+
+// Some of them are of the key alone, which the library does not take for a failure of the event.
+TEST_F(Flush, ThatFailsDoesNotPartAnEventFromItsKey) {
+  useDurability("strict");
+  const auto storeWithKey = [&] {
+    return store(eventsOf({"a", "b"}), 0, EventApps::IdempotencyKey{"key", "body"});
+  };
+  int failures = 0;
+  for (int flush = 1; flush <= 6; ++flush) {
+    start();
+    FaultVfs::failFlush(flush);
+    if (storeWithKey().code != 0) ++failures;
+    FaultVfs::failFlush(0);
+    if (flush % 2 == 0) start();
+    for (int again = 0; again < 2; ++again) {
+      const StoreResult result = storeWithKey();
+      EXPECT_EQ(result.code, 0) << result.problem;
+      EXPECT_EQ(result.ids.size(), 2u);
+      EXPECT_EQ(idsAfter(0), result.ids) << flush;
+      start();
+    }
+    stop();
+    for (const auto& entry : std::filesystem::directory_iterator(home())) {
+      std::filesystem::remove_all(entry.path());
+    }
+  }
+  EXPECT_GE(failures, 2);
+}
+
+TEST_F(Flush, IsMeasured) {
+  class Measures : public EventApps::ServiceObserver {
+   public:
+    void onOperation(std::string_view name, double seconds) override {
+      const std::lock_guard lock(mutex);
+      operations.emplace_back(name);
+      EXPECT_GE(seconds, 0);
+    }
+    void onFlush(double seconds) override {
+      const std::lock_guard lock(mutex);
+      ++flushes;
+      EXPECT_GE(seconds, 0);
+    }
+    std::mutex mutex;
+    std::vector<std::string> operations;
+    unsigned long flushes = 0;
+  };
+  Measures measures;
+  observer = &measures;
+  start();
+  storeOne();
+  idsAfter(0);
+  remove(1);
+  const auto flushes = service().counters().flushes;
+  stop();
+  EXPECT_THAT(measures.operations, testing::UnorderedElementsAre("store", "read", "remove"));
+  EXPECT_GE(measures.flushes, flushes);
+}
+
+}  // namespace
+}  // namespace EventSystemTest

@@ -1,0 +1,60 @@
+// Makes dist/: index.html, one script, one style sheet and the icon, whose names carry a hash of
+// their content, so that browsers may keep them for ever.
+//   node build.mjs [FOLDER]     default: dist
+import { createHash } from "node:crypto";
+import { mkdir, readFile, rm, writeFile } from "node:fs/promises";
+import { dirname, join } from "node:path";
+import { fileURLToPath } from "node:url";
+import { build } from "esbuild";
+
+const root = dirname(fileURLToPath(import.meta.url));
+const folder = process.argv[2] ?? join(root, "dist");
+
+const { outputFiles, metafile } = await build({
+  entryPoints: [join(root, "src/main.tsx")],
+  outfile: join(folder, "console.js"),
+  bundle: true,
+  minify: true,
+  write: false,
+  metafile: true,
+  format: "esm",
+  target: "es2022",
+  charset: "utf8",
+  legalComments: "inline",
+  define: { "process.env.NODE_ENV": '"production"' },
+  logLevel: "warning",
+});
+
+await rm(folder, { recursive: true, force: true });
+await mkdir(join(folder, "assets"), { recursive: true });
+
+async function keep(name, ending, content) {
+  const hash = createHash("sha256").update(content).digest("hex").slice(0, 12);
+  const path = `assets/${name}-${hash}.${ending}`;
+  await writeFile(join(folder, path), content);
+  return path;
+}
+
+// The libraries that are in the script ask for their licences to come along.
+async function licences() {
+  const pattern = /node_modules\/((?:@[^/]+\/)?[^/]+)\//;
+  const used = Object.keys(metafile.inputs).map((path) => pattern.exec(path)?.[1]);
+  const texts = [...new Set(used.filter(Boolean))].sort().map(async (name) => {
+    const licence = await readFile(join(root, "node_modules", name, "LICENSE"), "utf8");
+    return `${name}\n\n${licence.trim()}\n`;
+  });
+  return (await Promise.all(texts)).join(`\n${"-".repeat(72)}\n\n`);
+}
+
+const built = (ending) => outputFiles.find((file) => file.path.endsWith(ending)).contents;
+const places = {
+  SCRIPT: await keep("console", "js", built(".js")),
+  STYLE: await keep("console", "css", built(".css")),
+  LICENCES: await keep("licences", "txt", await licences()),
+  ICON: await keep("icon", "svg", await readFile(join(root, "icon.svg"))),
+};
+const page = await readFile(join(root, "index.html"), "utf8");
+await writeFile(
+  join(folder, "index.html"),
+  page.replace(/%(\w+)%/g, (_, name) => places[name]),
+);

@@ -1,0 +1,61 @@
+// Figures as people read them.
+
+import type { Integer } from "./api/json";
+
+// Groups of three digits, exact for any length.
+export function grouped(value: Integer): string {
+  const text = String(value);
+  return /^-?\d+$/.test(text) ? text.replace(/\B(?=(\d{3})+$)/g, "\u202f") : text;
+}
+
+export function bytes(value: Integer): string {
+  const units = ["B", "KiB", "MiB", "GiB", "TiB", "PiB"];
+  let amount = Number(value);
+  let unit = 0;
+  for (; amount >= 1024 && unit + 1 < units.length; ++unit) amount /= 1024;
+  return `${unit === 0 ? amount : amount.toFixed(1)}\u00a0${units[unit]}`;
+}
+
+export function duration(seconds: number): string {
+  const whole = Math.max(0, Math.round(seconds));
+  if (whole < 60) return `${whole}\u00a0s`;
+  if (whole < 3600) return `${Math.floor(whole / 60)}\u00a0min ${whole % 60}\u00a0s`;
+  if (whole < 86400) {
+    return `${Math.floor(whole / 3600)}\u00a0h ${Math.floor((whole % 3600) / 60)}\u00a0min`;
+  }
+  const days = Math.floor(whole / 86400);
+  const hours = Math.floor((whole % 86400) / 3600);
+  return days >= 100 ? `${grouped(days)}\u00a0d` : `${days}\u00a0d ${hours}\u00a0h`;
+}
+
+// A rate that is given for each second; slow ones are told for each minute.
+export function rate(perSecond: number): string {
+  if (!Number.isFinite(perSecond)) return "–";
+  if (perSecond === 0) return "0\u00a0/s";
+  if (perSecond >= 100) return `${grouped(Math.round(perSecond))}\u00a0/s`;
+  if (perSecond >= 1) return `${perSecond.toFixed(1)}\u00a0/s`;
+  return `${(perSecond * 60).toFixed(1)}\u00a0/min`;
+}
+
+function pad(value: number): string {
+  return String(value).padStart(2, "0");
+}
+
+// "2026-11-21 09:22:14", or the bare number of seconds where no calendar has such a date.
+export function dateTime(seconds: Integer, clock: string): string {
+  const date = new Date(Number(seconds) * 1000);
+  if (Number.isNaN(date.getTime()) || date.getUTCFullYear() > 9999) return `${seconds} s`;
+  if (clock === "utc") return date.toISOString().slice(0, 19).replace("T", " ");
+  return (
+    `${date.getFullYear()}-${pad(date.getMonth() + 1)}-${pad(date.getDate())} ` +
+    `${pad(date.getHours())}:${pad(date.getMinutes())}:${pad(date.getSeconds())}`
+  );
+}
+
+export function timeOfDay(milliseconds: number, clock: string): string {
+  return dateTime(milliseconds / 1000, clock).slice(11);
+}
+
+export function ageOf(seconds: Integer): string {
+  return duration(Date.now() / 1000 - Number(seconds));
+}

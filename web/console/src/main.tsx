@@ -1,0 +1,40 @@
+import { render } from "preact";
+import "uplot/dist/uPlot.min.css";
+import "./styles/base.css";
+import "./styles/frame.css";
+import "./styles/parts.css";
+import "./styles/events.css";
+import { effect } from "@preact/signals";
+import { forgetServer, reach, tryNow, watchServer } from "./state/server";
+import { identify, restoreToken, standing, takeTokenFromAddress } from "./state/session";
+import { followTheme } from "./state/settings";
+import { keepTail } from "./state/tail";
+import { App } from "./ui/App";
+
+function start(): void {
+  followTheme();
+  if (!takeTokenFromAddress()) restoreToken();
+  addEventListener("hashchange", () => {
+    if (takeTokenFromAddress())
+      void identify()
+        .catch(() => undefined)
+        .finally(tryNow);
+  });
+  addEventListener("online", tryNow);
+  document.addEventListener("visibilitychange", () => {
+    if (document.visibilityState === "visible") tryNow();
+  });
+  effect(() => {
+    if (standing.value === "out") forgetServer();
+    if (standing.value === "in") tryNow();
+  });
+  effect(() => {
+    document.title = `${reach.value.is === "down" ? "no answer – " : ""}eventd ${location.host}`;
+  });
+  keepTail();
+  void watchServer();
+  const page = document.getElementById("page");
+  if (page) render(<App />, page);
+}
+
+start();

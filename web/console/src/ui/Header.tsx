@@ -1,0 +1,125 @@
+import { useEffect, useRef } from "preact/hooks";
+import { go, type View, view } from "../state/route";
+import { reach, stats } from "../state/server";
+import { hasToken, logOut, may, me, standing } from "../state/session";
+import { nextTheme, theme } from "../state/settings";
+import { Icon } from "./Icon";
+import { helpIsOpen } from "./keys";
+
+const names: Record<View, string> = {
+  overview: "Overview",
+  events: "Events",
+  queues: "Queues",
+  limits: "Limits",
+  check: "Check",
+  cluster: "Cluster",
+};
+
+const hasDamage = () => stats.value?.queues.some((queue) => queue.damaged > 0);
+
+function isOffered(one: View): boolean {
+  if (one === "check") return may("admin");
+  if (one === "cluster") return stats.value?.cluster !== undefined || view.value === "cluster";
+  return true;
+}
+
+// On a phone the views are more than fit; the one that is open is in sight.
+function useSight() {
+  const place = useRef<HTMLElement>(null);
+  useEffect(() => {
+    const link = place.current?.querySelector("[aria-current]");
+    link?.scrollIntoView({ block: "nearest", inline: "nearest" });
+  }, [view.value, standing.value]);
+  return place;
+}
+
+function Navigation() {
+  const place = useSight();
+  if (standing.value !== "in") return null;
+  return (
+    <nav ref={place} aria-label="Views">
+      {(Object.keys(names) as View[]).filter(isOffered).map((one) => (
+        <a
+          key={one}
+          href={`#/${one}`}
+          aria-current={view.value === one ? "page" : undefined}
+          onClick={(event) => {
+            event.preventDefault();
+            go(one);
+          }}
+        >
+          {names[one]}
+          {one === "queues" && hasDamage() ? <span class="dot" title="damaged events" /> : null}
+        </a>
+      ))}
+    </nav>
+  );
+}
+
+const reachTexts = {
+  unknown: ["connecting", ""],
+  up: ["connected", "ok"],
+  down: ["no answer", "bad"],
+  troubled: ["in trouble", "warn"],
+} as const;
+
+function State() {
+  const [text, level] = reachTexts[reach.value.is];
+  return (
+    <span class={`state ${level}`} data-testid="state">
+      {text}
+    </span>
+  );
+}
+
+function Identity() {
+  if (!me.value) return null;
+  const { name, role, via } = me.value;
+  return (
+    <div class="identity">
+      <span title={`known by ${via}`}>
+        {name ? <span class="name">{name}</span> : null} <span class="role">{role}</span>
+      </span>
+      {hasToken.value ? (
+        <button type="button" class="plain" onClick={logOut}>
+          Log out
+        </button>
+      ) : null}
+    </div>
+  );
+}
+
+export function Header() {
+  return (
+    <header>
+      <div class="title">
+        <Icon name="mark" />
+        <h1>eventd</h1>
+        <span class="host">{location.host}</span>
+      </div>
+      {standing.value === "out" ? null : <State />}
+      <Navigation />
+      <div class="tools">
+        <button
+          type="button"
+          class="icon"
+          onClick={nextTheme}
+          aria-label={`Theme: ${theme.value}`}
+          title={`Theme: ${theme.value}`}
+        >
+          <Icon name={theme.value} />
+        </button>
+        <button
+          type="button"
+          class="icon"
+          aria-label="Help and shortcuts"
+          title="Help and shortcuts (?)"
+          onClick={() => (helpIsOpen.value = true)}
+        >
+          <Icon name="help" />
+        </button>
+        <Identity />
+      </div>
+    </header>
+  );
+}

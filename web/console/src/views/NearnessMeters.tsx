@@ -1,0 +1,45 @@
+import type { Stats } from "../api/types";
+import { bytes, duration, grouped } from "../format";
+import { globalQueue, limits } from "../state/server";
+import { Meter, NoMeter } from "../ui/Meter";
+
+function CountMeter({ limit }: { limit: number }) {
+  const count = globalQueue.value?.count ?? 0;
+  const name = "Length of the global queue";
+  if (limit === 0) return <NoMeter name={name} text={`${grouped(count)}, no limit`} />;
+  return (
+    <Meter name={name} value={count} most={limit} text={`${grouped(count)} of ${grouped(limit)}`} />
+  );
+}
+
+function AgeMeter({ days }: { days: number }) {
+  const oldest = globalQueue.value?.oldest;
+  const age = oldest === undefined ? 0 : Math.max(0, Date.now() / 1000 - Number(oldest));
+  const name = "Age of its oldest event";
+  if (days === 0) return <NoMeter name={name} text={`${duration(age)}, no limit`} />;
+  const text = `${duration(age)} of ${grouped(days)}\u00a0d`;
+  return <Meter name={name} value={Math.round(age)} most={days * 86400} text={text} />;
+}
+
+function Bounded({ name, value, most }: { name: string; value: number; most: number | undefined }) {
+  if (!most) return <NoMeter name={name} text={grouped(value)} />;
+  return (
+    <Meter name={name} value={value} most={most} text={`${grouped(value)} of ${grouped(most)}`} />
+  );
+}
+
+export function NearnessMeters({ now }: { now: Stats }) {
+  const free = now.bytes?.diskFree;
+  const used = Number(now.bytes?.database ?? 0) + Number(now.bytes?.wal ?? 0);
+  return (
+    <>
+      <CountMeter limit={now.countLimit} />
+      <AgeMeter days={now.ageLimitDays} />
+      <Bounded name="Connections" value={now.connections} most={limits.value?.connections} />
+      <Bounded name="Waiting readers" value={now.waiting} most={limits.value?.waiting} />
+      {free === undefined ? null : (
+        <NoMeter name="Database" text={`${bytes(used)}, ${bytes(free)} free on its disk`} />
+      )}
+    </>
+  );
+}

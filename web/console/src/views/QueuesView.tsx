@@ -1,0 +1,90 @@
+import type { Queue } from "../api/types";
+import { kindNames } from "../events/kinds";
+import { ageOf, dateTime, grouped } from "../format";
+import { go } from "../state/route";
+import { stats } from "../state/server";
+import { clock } from "../state/settings";
+import { queue as shownQueue } from "../state/tail";
+import { queueName } from "./queueName";
+
+function order(queue: Queue): [string, number][] {
+  const rank = (kind: string) => {
+    const at = kindNames.indexOf(kind);
+    return at < 0 ? kindNames.length : at;
+  };
+  return Object.entries(queue.types).sort(([a], [b]) => rank(a) - rank(b));
+}
+
+function Mixture({ queue }: { queue: Queue }) {
+  const parts = order(queue);
+  if (queue.count === 0) return <span class="muted">empty</span>;
+  const words = parts.map(([kind, count]) => `${kind} ${grouped(count)}`).join(", ");
+  return (
+    <div class="mixture" role="img" aria-label={words} title={words}>
+      {parts.map(([kind, count]) => (
+        <div key={kind} data-kind={kind} style={{ flexGrow: count }} />
+      ))}
+    </div>
+  );
+}
+
+function QueueRow({ queue }: { queue: Queue }) {
+  const openList = (event: MouseEvent) => {
+    event.preventDefault();
+    shownQueue.value = String(queue.dsid);
+    go("events");
+  };
+  return (
+    <tr>
+      <th scope="row">
+        <a href="#/events" onClick={openList}>
+          {queueName(queue)}
+        </a>
+        {queue.known ? null : <span class="badge warn">not known</span>}
+      </th>
+      <td class="figure">{grouped(queue.count)}</td>
+      <td class="figure">{queue.oldest === undefined ? "–" : ageOf(queue.oldest)}</td>
+      <td class={queue.damaged > 0 ? "figure problem" : "figure"}>{grouped(queue.damaged)}</td>
+      <td class="figure">
+        {queue.newest === undefined ? "–" : dateTime(queue.newest, clock.value)}
+      </td>
+      <td class="figure">{grouped(queue.highestId)}</td>
+      <td class="figure">{queue.type ?? "–"}</td>
+      <td class="wide">
+        <Mixture queue={queue} />
+      </td>
+    </tr>
+  );
+}
+
+export function QueuesView() {
+  const queues = stats.value?.queues ?? [];
+  return (
+    <section class="card" aria-labelledby="queues-title">
+      <h2 id="queues-title">Queues</h2>
+      <p class="muted">The global queue and the queues of the data selections.</p>
+      {/* biome-ignore lint/a11y/noNoninteractiveTabindex: what scrolls must be reachable by keys */}
+      <div class="scroll" tabIndex={0} role="region" aria-label="Table of the queues">
+        <table class="data">
+          <thead>
+            <tr>
+              <th scope="col">queue</th>
+              <th scope="col">events</th>
+              <th scope="col">oldest</th>
+              <th scope="col">damaged</th>
+              <th scope="col">newest</th>
+              <th scope="col">highest id</th>
+              <th scope="col">type</th>
+              <th scope="col">kinds</th>
+            </tr>
+          </thead>
+          <tbody>
+            {queues.map((queue) => (
+              <QueueRow key={queue.dsid} queue={queue} />
+            ))}
+          </tbody>
+        </table>
+      </div>
+    </section>
+  );
+}
