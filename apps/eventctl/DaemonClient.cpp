@@ -64,8 +64,9 @@ json DaemonClient::settle(const HttpRequest& request) {
   while (true) {
     try {
       return call(request);
-    } catch (const NoAnswer&) {
-      if (std::chrono::steady_clock::now() >= end) throw;
+    } catch (const NoAnswer& problem) {
+      m_reached |= problem.reached();
+      if (!m_reached || std::chrono::steady_clock::now() >= end) throw;
     } catch (const DaemonProblem& problem) {
       if (!problem.isPassing() || std::chrono::steady_clock::now() >= end) throw;
       pause = std::clamp(problem.pause(), pause, kLongestPause);
@@ -75,7 +76,8 @@ json DaemonClient::settle(const HttpRequest& request) {
   }
 }
 
-json DaemonClient::read(const HttpAnswer& answer) const {
+json DaemonClient::read(const HttpAnswer& answer) {
+  m_reached = true;
   json body = answer.body.empty() ? json() : json::parse(answer.body, nullptr, false);
   if (answer.status < 200 || answer.status >= 300) refuse(answer, std::move(body));
   if (body.is_discarded()) {

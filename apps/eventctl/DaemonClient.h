@@ -45,15 +45,16 @@ class DaemonClient {
                                      const HttpClient::Interruption& interruption);
 
   // The same for what changes nothing when it is done twice: while there is no answer it is sent
-  // again and again, for a while.
+  // again and again, for a while. A daemon that was never reached is not waited for.
   nlohmann::json settle(const HttpRequest& request);
 
  private:
-  nlohmann::json read(const HttpAnswer& answer) const;
+  nlohmann::json read(const HttpAnswer& answer);
   [[noreturn]] void refuse(const HttpAnswer& answer, nlohmann::json problem) const;
 
   std::string m_name;
   HttpClient m_http;
+  bool m_reached = false;  // at least once
 };
 
 }  // namespace EventApps

@@ -47,7 +47,7 @@ struct Restored {
 // a process writes.
 //
 // A crash leaves the one or the other in place, or a database that no host opens because it has a
-// second name, NAME.before-restore-TIME: removing that name undoes the restore.
+// second name, NAME.before-restore-TIME; docs/operations.md tells how that is undone.
 EVENTSYSTEM_HOST_API Restored restoreDatabase(const HostConfiguration& configuration,
                                               const std::filesystem::path& file, bool keepIds,
                                               const CopyProgress& progress = {});

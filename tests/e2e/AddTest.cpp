@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/e2e/EventctlAnywhere.h"
 #include "tests/e2e/EventctlHome.h"
 
 namespace EventSystemTest {
@@ -16,7 +17,9 @@ using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-using Add = EventctlHome;
+class Add : public EventctlAnywhere {};
+
+using AddDirectly = EventctlHome;
 
 struct Kind {
   const char* name;
@@ -54,7 +57,7 @@ const std::vector<Kind> kKinds = {
      "string:full;}}"},
 };
 
-TEST_F(Add, WritesEveryKindAsItsEventString) {
+TEST_P(Add, WritesEveryKindAsItsEventString) {
   for (std::size_t i = 0; i < kKinds.size(); ++i) {
     Arguments arguments = {"add", kKinds[i].name};
     arguments.insert(arguments.end(), kKinds[i].fields.begin(), kKinds[i].fields.end());
@@ -69,7 +72,7 @@ TEST_F(Add, WritesEveryKindAsItsEventString) {
   }
 }
 
-TEST_F(Add, GivesTheWholeEventAsJson) {
+TEST_P(Add, GivesTheWholeEventAsJson) {
   const json event = json::parse(output(
       {"--json", "add", "kelp", "--severity", "-2", "--issue", "5", "--share-type", "1",
        "--issue-duration", "60", "--name", "4", "--host", "5", "--string", "share; offline;}}"}));
@@ -82,19 +85,19 @@ TEST_F(Add, GivesTheWholeEventAsJson) {
   EXPECT_EQ(event["fields"]["string"], "share; offline;}}");
 }
 
-TEST_F(Add, GoesToTheQueueOfADataSelection) {
+TEST_P(Add, GoesToTheQueueOfADataSelection) {
   addDataSelection(4);
   EXPECT_EQ(add("node1", 4), 1u);
   EXPECT_THAT(ids(4), ElementsAre(1));
   EXPECT_THAT(ids(), IsEmpty());
 }
 
-TEST_F(Add, TreatsTwoAsTheGlobalQueue) {
+TEST_P(Add, TreatsTwoAsTheGlobalQueue) {
   add("node1", 2);
   EXPECT_THAT(ids(0), ElementsAre(1));
 }
 
-TEST_F(Add, SaysHowToAddADataSelectionThatDoesNotExist) {
+TEST_P(Add, SaysHowToAddADataSelectionThatDoesNotExist) {
   const Outcome outcome = run({"add", "legacy", "--payload", "x", "--dsid", "9"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err,
@@ -107,7 +110,7 @@ struct Refusal {
   const char* reason;
 };
 
-TEST_F(Add, RefusesValuesThatAreNone) {
+TEST_F(AddDirectly, RefusesValuesThatAreNone) {
   const std::vector<Refusal> refusals = {
       {{"lsustatus", "--server", "a", "--state", "3"}, "--state: '3' is not 0, 1 or 2"},
       {{"lsustatus", "--server", "a", "--state", "1x"}, "--state: '1x' is not 0, 1 or 2"},
@@ -129,7 +132,7 @@ TEST_F(Add, RefusesValuesThatAreNone) {
   EXPECT_FALSE(std::filesystem::exists(home()));
 }
 
-TEST_F(Add, TakesTheLongestTextsThatCanBeReadBack) {
+TEST_P(Add, TakesTheLongestTextsThatCanBeReadBack) {
   output({"add", "legacy", "--payload", std::string(1020, 'x')});
   output({"add", "serverstatus", "--server", std::string(124, 'n'), "--state", "1"});
   const auto events = jsonLines(output({"list", "--json"}));
@@ -138,14 +141,14 @@ TEST_F(Add, TakesTheLongestTextsThatCanBeReadBack) {
   EXPECT_EQ(events[1]["fields"]["server"], std::string(124, 'n'));
 }
 
-TEST_F(Add, RefusesAnEventThatDoesNotFitItsRecord) {
+TEST_P(Add, RefusesAnEventThatDoesNotFitItsRecord) {
   const Outcome outcome = run({"add", "audit", "--action", "1", "--msg", std::string(2000, 'x')});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.err, HasSubstr("the event was refused: its database record would be "));
   EXPECT_THAT(outcome.err, HasSubstr("at most 2047 fit; shorten the text by "));
 }
 
-TEST_F(Add, StoresTheLongestRecordsAndRefusesOneByteMore) {
+TEST_P(Add, StoresTheLongestRecordsAndRefusesOneByteMore) {
   addDataSelection(4);
   for (const char* const dsid : {"0", "4"}) {
     const auto attempt = [&](std::size_t bytes) {
@@ -167,7 +170,7 @@ TEST_F(Add, StoresTheLongestRecordsAndRefusesOneByteMore) {
   }
 }
 
-TEST_F(Add, RefusesWhatWouldReadBackAsAnotherEvent) {
+TEST_P(Add, RefusesWhatWouldReadBackAsAnotherEvent) {
   const std::vector<Refusal> refusals = {
       {{"capacity", "--server", "(NULL)", "--capacity", "1", "--capacityphys", "1", "--used", "1",
         "--usedphys", "1"},
@@ -187,7 +190,7 @@ TEST_F(Add, RefusesWhatWouldReadBackAsAnotherEvent) {
   }
 }
 
-TEST_F(Add, AsksForTheFieldThatTheIssueNeeds) {
+TEST_P(Add, AsksForTheFieldThatTheIssueNeeds) {
   const Arguments common = {"add",    "kelp", "--severity", "1", "--share-type", "1",
                             "--name", "1",    "--host",     "1", "--string",     "x"};
   const auto with = [&](const Arguments& more) {
@@ -205,7 +208,7 @@ TEST_F(Add, AsksForTheFieldThatTheIssueNeeds) {
   EXPECT_EQ(with({"--issue", "4", "--issue-duration", "9"}).status, 0);
 }
 
-TEST_F(Add, SaysThatTheQueueIsFull) {
+TEST_P(Add, SaysThatTheQueueIsFull) {
   write("home/OrbCentral.ini", "[events]\ncount_limit=2\n");
   add("node1");
   add("node2");
@@ -216,7 +219,7 @@ TEST_F(Add, SaysThatTheQueueIsFull) {
   EXPECT_THAT(ids(), ElementsAre(1, 2));
 }
 
-TEST_F(Add, SaysThatTheEventIsStoredWhereItsIdCannotBePrinted) {
+TEST_P(Add, SaysThatTheEventIsStoredWhereItsIdCannotBePrinted) {
   addDataSelection(4);
   const auto attempt = [&](Surroundings::Out out) {
     return run({"add", "legacy", "--payload", "x", "--dsid", "4"},
@@ -231,6 +234,8 @@ TEST_F(Add, SaysThatTheEventIsStoredWhereItsIdCannotBePrinted) {
   EXPECT_THAT(broken.err, HasSubstr("event 2 was stored"));
   EXPECT_THAT(ids(4), ElementsAre(1, 2));
 }
+
+EVENTCTL_ANYWHERE(Add);
 
 }  // namespace
 }  // namespace EventSystemTest

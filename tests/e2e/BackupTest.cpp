@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <csignal>
 #include <fstream>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -314,6 +316,99 @@ TEST_F(Restore, NeverMixesALogWithAnotherDatabase) {
   EXPECT_THAT(ids(), ElementsAre(1));
   ASSERT_THAT(kept(), SizeIs(1));
   EXPECT_THAT(idsIn(kept()[0]), ElementsAre(1, 2));
+}
+
+// A restore that is killed before its Nth call of the disk, for every N, on a database whose newest
+// event is only in its log.
+class KilledRestore : public Backup {
+ protected:
+  void SetUp() override {
+    add("old 1");
+    back();
+    Program writer(at({"import", "-"}), {.keepInputOpen = true});
+    writer.write(serverStatus("old 2") + "\n");
+    while (run({"list", "--json"}).out.find("old 2") == std::string::npos) {
+    }
+    writer.signal(SIGKILL);
+    writer.wait();
+    std::filesystem::copy(home(), original(), std::filesystem::copy_options::recursive);
+  }
+
+  std::filesystem::path original() const { return home().parent_path() / "original"; }
+
+  // With a reader, the log cannot be brought into the file before.
+  void killAtEveryCall(bool besideAReader) {
+    bool killed = true;
+    for (int call = 1; killed; ++call) {
+      ASSERT_LT(call, 500);
+      std::filesystem::remove_all(home());
+      std::filesystem::copy(original(), home(), std::filesystem::copy_options::recursive);
+      std::unique_ptr<Program> reader;
+      if (besideAReader) {
+        reader = std::make_unique<Program>(at({"list", "--follow", "--json"}));
+        ASSERT_TRUE(reader->waitForOutput("old 2"));
+      }
+      killed = restoreKilledAt(call);
+      reader.reset();
+      lookAfter(call);
+    }
+    EXPECT_THAT(m_ends, ElementsAre("between", "new", "old"));
+  }
+
+ private:
+  bool restoreKilledAt(int call) const {
+    const Outcome outcome = run({"restore", file().string()},
+                                {.environment = {"LD_PRELOAD=" KILL_AT_FILE_CALL_LIBRARY,
+                                                 "ASAN_OPTIONS=verify_asan_link_order=0",
+                                                 "KILL_AT_FILE_CALL=" + std::to_string(call)}});
+    EXPECT_TRUE(outcome.status == -1 || outcome.status == 0) << outcome.err;
+    return outcome.status == -1;
+  }
+
+  // The queue is the old one or the new one, with all of it.
+  void lookAfter(int call) {
+    if (const Outcome listed = run({"list"}); listed.status != 0) {
+      EXPECT_THAT(listed.err, HasSubstr("hard links")) << call;
+      m_ends.insert("between");
+      takeNamesBack();
+    }
+    if (ids().size() == 2) {
+      m_ends.insert("old");
+    } else {
+      m_ends.insert("new");
+      EXPECT_THAT(ids(), ElementsAre(1)) << call;
+      EXPECT_THAT(idsIn(keptDatabase()), ElementsAre(1, 2)) << call;
+    }
+    EXPECT_EQ(add("next"), 3u) << call;
+  }
+
+  std::filesystem::path keptDatabase() const {
+    for (const auto& name : kept()) {
+      const std::string text = name.string();
+      if (!text.ends_with("-wal") && !text.ends_with("-shm")) return name;
+    }
+    return "none";
+  }
+
+  // As the manual has it.
+  void takeNamesBack() const {
+    const std::string keptName = keptDatabase().string();
+    const std::string log = database().string() + "-wal";
+    if (std::filesystem::exists(keptName + "-wal") && !std::filesystem::exists(log)) {
+      std::filesystem::rename(keptName + "-wal", log);
+    }
+    std::filesystem::remove(keptName);
+  }
+
+  std::set<std::string> m_ends;
+};
+
+TEST_F(KilledRestore, LosesNothing) {
+  killAtEveryCall(false);
+}
+
+TEST_F(KilledRestore, LosesNothingBesideAReader) {
+  killAtEveryCall(true);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <fstream>
 #include <string>
 
+#include "tests/e2e/EventctlAnywhere.h"
 #include "tests/e2e/EventctlHome.h"
 
 namespace EventSystemTest {
@@ -17,16 +18,22 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-class Check : public EventctlHome {
+template <class Home>
+class CheckOf : public Home {
  protected:
   void SetUp() override {
-    addDataSelection(4);
-    for (const char* const server : {"node1", "node2", "node3"}) add(server);
-    add("node4", 4);
+    this->addDataSelection(4);
+    for (const char* const server : {"node1", "node2", "node3"}) this->add(server);
+    this->add("node4", 4);
   }
 };
 
-TEST_F(Check, FindsNothingWrongWithSoundQueues) {
+using Check = CheckOf<EventctlHome>;
+
+class CheckAnywhere : public CheckOf<EventctlAnywhere> {};
+EVENTCTL_ANYWHERE(CheckAnywhere);
+
+TEST_P(CheckAnywhere, FindsNothingWrongWithSoundQueues) {
   EXPECT_EQ(output({"check"}), "No problems found.\n");
   EXPECT_EQ(output({"check", "--fix"}), "No problems found.\n");
   EXPECT_EQ(json::parse(output({"check", "--json"})),

@@ -7,6 +7,7 @@
 #include <sstream>
 #include <string>
 
+#include "tests/e2e/EventctlAnywhere.h"
 #include "tests/e2e/EventctlHome.h"
 
 namespace EventSystemTest {
@@ -19,16 +20,16 @@ using ::testing::SizeIs;
 
 using Out = Surroundings::Out;
 
-class Consume : public EventctlHome {
+class Consume : public EventctlAnywhere {
  protected:
   void addThree() const {
     for (const char* const server : {"node1", "node2", "node3"}) add(server);
   }
 };
 
-using Delete = Consume;
+class Delete : public Consume {};
 
-TEST_F(Consume, PrintsInOrderAndDeletes) {
+TEST_P(Consume, PrintsInOrderAndDeletes) {
   addThree();
   const auto events = jsonLines(output({"consume", "--json"}));
   ASSERT_THAT(events, SizeIs(3));
@@ -39,19 +40,19 @@ TEST_F(Consume, PrintsInOrderAndDeletes) {
   EXPECT_EQ(output({"consume", "--json"}), "");
 }
 
-TEST_F(Consume, StopsAtItsLimit) {
+TEST_P(Consume, StopsAtItsLimit) {
   addThree();
   EXPECT_THAT(jsonLines(output({"consume", "--json", "--limit", "2"})), SizeIs(2));
   EXPECT_THAT(ids(), ElementsAre(3));
 }
 
-TEST_F(Consume, KeepsWhenAskedTo) {
+TEST_P(Consume, KeepsWhenAskedTo) {
   addThree();
   EXPECT_THAT(jsonLines(output({"consume", "--json", "--keep"})), SizeIs(3));
   EXPECT_THAT(ids(), ElementsAre(1, 2, 3));
 }
 
-TEST_F(Consume, TakesFromADataSelection) {
+TEST_P(Consume, TakesFromADataSelection) {
   addDataSelection(4);
   add("node1", 4);
   add("node2");
@@ -62,7 +63,7 @@ TEST_F(Consume, TakesFromADataSelection) {
   EXPECT_THAT(ids(), ElementsAre(1));
 }
 
-TEST_F(Consume, PrintsEveryByteOfAnEventAlsoInATable) {
+TEST_P(Consume, PrintsEveryByteOfAnEventAlsoInATable) {
   std::string words;
   for (int i = 0; i < 90; ++i) words += "word" + std::to_string(i) + " ";
   output({"add", "activity", "--action", "1", "--severity", "1", "--msg", words + "end"});
@@ -71,7 +72,7 @@ TEST_F(Consume, PrintsEveryByteOfAnEventAlsoInATable) {
   EXPECT_THAT(text, HasSubstr("severity=1"));
 }
 
-TEST_F(Consume, TakesInAuditRecordsFirst) {
+TEST_P(Consume, TakesInAuditRecordsFirst) {
   add("node1");
   leaveAuditRecords({"one", "two"});
   const auto events = jsonLines(output({"consume", "--json"}));
@@ -79,14 +80,14 @@ TEST_F(Consume, TakesInAuditRecordsFirst) {
   EXPECT_EQ(events[2]["fields"]["AUditMSg"], "two");
 }
 
-TEST_F(Consume, KeepsWhatNobodyReads) {
+TEST_P(Consume, KeepsWhatNobodyReads) {
   addThree();
   EXPECT_EQ(run({"consume", "--json"}, {.out = Out::kBrokenPipe}).status, 1);
   EXPECT_EQ(run({"consume"}, {.out = Out::kBrokenPipe}).status, 1);
   EXPECT_THAT(ids(), ElementsAre(1, 2, 3));
 }
 
-TEST_F(Consume, KeepsWhatAFullOutputDoesNotTake) {
+TEST_P(Consume, KeepsWhatAFullOutputDoesNotTake) {
   addThree();
   const Outcome outcome = run({"consume", "--json"}, {.out = Out::kFile, .outFile = "/dev/full"});
   EXPECT_EQ(outcome.status, 1);
@@ -94,13 +95,13 @@ TEST_F(Consume, KeepsWhatAFullOutputDoesNotTake) {
   EXPECT_THAT(ids(), ElementsAre(1, 2, 3));
 }
 
-TEST_F(Consume, KeepsEverythingWithoutAStandardOutput) {
+TEST_P(Consume, KeepsEverythingWithoutAStandardOutput) {
   addThree();
   EXPECT_EQ(run({"consume", "--json"}, {.out = Out::kClosed}).status, 1);
   EXPECT_THAT(ids(), ElementsAre(1, 2, 3));
 }
 
-TEST_F(Consume, WritesToAFile) {
+TEST_P(Consume, WritesToAFile) {
   addThree();
   const auto file = write("out", "");
   EXPECT_EQ(run({"consume", "--json"}, {.out = Out::kFile, .outFile = file}).status, 0);
@@ -109,7 +110,7 @@ TEST_F(Consume, WritesToAFile) {
   EXPECT_THAT(jsonLines(text.str()), SizeIs(3));
 }
 
-TEST_F(Consume, NeverLetsAnIdBeGivenAgain) {
+TEST_P(Consume, NeverLetsAnIdBeGivenAgain) {
   output({"import", "-"}, {.input = serverStatus("a") + "\n" + serverStatus("b") + "\n"});
   output({"consume"});
   EXPECT_EQ(add("node1"), 3u);
@@ -117,14 +118,14 @@ TEST_F(Consume, NeverLetsAnIdBeGivenAgain) {
   EXPECT_EQ(add("node1"), 4u);
 }
 
-TEST_F(Delete, RemovesTheNamedEvents) {
+TEST_P(Delete, RemovesTheNamedEvents) {
   addThree();
   EXPECT_EQ(output({"delete", "1", "3"}), "Deleted event 1.\nDeleted event 3.\n");
   EXPECT_THAT(ids(), ElementsAre(2));
   EXPECT_EQ(json::parse(output({"delete", "2", "--json"})), (json{{"deleted", 2}, {"dsid", 0}}));
 }
 
-TEST_F(Delete, NamesTheEventsThatAreNotThere) {
+TEST_P(Delete, NamesTheEventsThatAreNotThere) {
   addThree();
   const Outcome outcome = run({"delete", "9", "2"});
   EXPECT_EQ(outcome.status, 1);
@@ -132,13 +133,16 @@ TEST_F(Delete, NamesTheEventsThatAreNotThere) {
   EXPECT_EQ(outcome.err, "eventctl: there is no event 9 in the global queue\n");
 }
 
-TEST_F(Delete, DoesNotReachIntoAnotherQueue) {
+TEST_P(Delete, DoesNotReachIntoAnotherQueue) {
   addDataSelection(4);
   addDataSelection(7);
   add("node1", 4);
   EXPECT_EQ(run({"delete", "1", "--dsid", "7"}).status, 1);
   EXPECT_THAT(ids(4), ElementsAre(1));
 }
+
+EVENTCTL_ANYWHERE(Consume);
+EVENTCTL_ANYWHERE(Delete);
 
 }  // namespace
 }  // namespace EventSystemTest

@@ -94,10 +94,15 @@ TEST_F(DaemonLookUp, LeavesTheDaemonAloneWhenToldTo) {
 }
 
 TEST_F(DaemonLookUp, NamesTheSocketWhereNobodyAnswersThatWasAskedFor) {
-  const Outcome outcome = run({"list", "--socket", "/nowhere/eventd.sock"});
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, StartsWith("eventctl: the daemon at /nowhere/eventd.sock does not "
-                                      "answer: "));
+  for (const Arguments& command :
+       {Arguments{"list"}, Arguments{"add", "legacy", "--payload", "x"}}) {
+    Arguments arguments = command;
+    arguments.insert(arguments.end(), {"--socket", "/nowhere/eventd.sock"});
+    const Outcome outcome = run(arguments);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, StartsWith("eventctl: the daemon at /nowhere/eventd.sock does not "
+                                        "answer: "));
+  }
 }
 
 TEST_F(DaemonLookUp, RefusesAddressesThatContradictOrCannotBe) {

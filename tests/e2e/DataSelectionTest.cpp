@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "tests/e2e/EventctlAnywhere.h"
 #include "tests/e2e/EventctlHome.h"
 
 namespace EventSystemTest {
@@ -14,9 +15,11 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::SizeIs;
 
-using DataSelection = EventctlHome;
+class DataSelection : public EventctlAnywhere {};
 
-TEST_F(DataSelection, IsAddedListedAndRemoved) {
+using DataSelectionDirectly = EventctlHome;
+
+TEST_P(DataSelection, IsAddedListedAndRemoved) {
   EXPECT_EQ(output({"dataselection", "add", "4", "--name", "mail, \"fast\" servers"}),
             "Data selection 4 added.\n");
   output({"dataselection", "add", "7", "--type", "3"});
@@ -30,7 +33,7 @@ TEST_F(DataSelection, IsAddedListedAndRemoved) {
   EXPECT_THAT(jsonLines(output({"dataselection", "list", "--json"})), SizeIs(1));
 }
 
-TEST_F(DataSelection, IsAddedOnlyOnce) {
+TEST_P(DataSelection, IsAddedOnlyOnce) {
   addDataSelection(4);
   const Outcome again = run({"dataselection", "add", "4"});
   EXPECT_EQ(again.status, 1);
@@ -40,7 +43,7 @@ TEST_F(DataSelection, IsAddedOnlyOnce) {
   EXPECT_EQ(missing.err, "eventctl: data selection 5 does not exist\n");
 }
 
-TEST_F(DataSelection, IsNeverTheGlobalQueue) {
+TEST_P(DataSelection, IsNeverTheGlobalQueue) {
   for (const char* const id : {"0", "2"}) {
     const Outcome outcome = run({"dataselection", "add", id});
     EXPECT_EQ(outcome.status, 1);
@@ -50,7 +53,7 @@ TEST_F(DataSelection, IsNeverTheGlobalQueue) {
   EXPECT_EQ(run({"dataselection", "add", "x"}).status, 2);
 }
 
-TEST_F(DataSelection, IsNotRemovedWhileItHoldsEvents) {
+TEST_P(DataSelection, IsNotRemovedWhileItHoldsEvents) {
   addDataSelection(4);
   add("node1", 4);
   EXPECT_EQ(run({"dataselection", "remove", "4"}).err,
@@ -65,7 +68,7 @@ TEST_F(DataSelection, IsNotRemovedWhileItHoldsEvents) {
   EXPECT_EQ(output({"dataselection", "remove", "4"}), "Data selection 4 removed.\n");
 }
 
-TEST_F(DataSelection, FindsEventsAgainWhoseSelectionWasMissing) {
+TEST_F(DataSelectionDirectly, FindsEventsAgainWhoseSelectionWasMissing) {
   addDataSelection(4);
   add("node1", 4);
   execute(database(), "DELETE FROM dataselection WHERE id = 4");
@@ -75,6 +78,8 @@ TEST_F(DataSelection, FindsEventsAgainWhoseSelectionWasMissing) {
   addDataSelection(4);
   EXPECT_THAT(ids(4), ElementsAre(1));
 }
+
+EVENTCTL_ANYWHERE(DataSelection);
 
 }  // namespace
 }  // namespace EventSystemTest

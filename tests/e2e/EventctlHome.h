@@ -35,7 +35,7 @@ class EventctlHome : public ::testing::Test {
   std::filesystem::path auditDatabase() const { return home() / "audit" / "audit.db"; }
 
   // The arguments with this home.
-  Arguments at(Arguments arguments) const;
+  virtual Arguments at(Arguments arguments) const;
   Outcome run(const Arguments& arguments, const Surroundings& surroundings = {}) const;
 
   // The same, where nothing else than status 0 is expected; what was printed.

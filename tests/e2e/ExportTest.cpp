@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/e2e/EventctlAnywhere.h"
 #include "tests/e2e/EventctlHome.h"
 
 namespace EventSystemTest {
@@ -28,7 +29,7 @@ std::string contentOf(const std::filesystem::path& file) {
   return text.str();
 }
 
-class Export : public EventctlHome {
+class Export : public EventctlAnywhere {
  protected:
   // One event of every kind, the texts as nasty as a line allows.
   void addEveryKind(unsigned int dsid) const {
@@ -48,7 +49,9 @@ class Export : public EventctlHome {
   }
 };
 
-TEST_F(Export, IsTakenBackByImportWithTypesDatesTextsAndNewIds) {
+using ExportDirectly = EventctlHome;
+
+TEST_P(Export, IsTakenBackByImportWithTypesDatesTextsAndNewIds) {
   addDataSelection(4);
   addEveryKind(0);
   addEveryKind(4);
@@ -67,7 +70,7 @@ TEST_F(Export, IsTakenBackByImportWithTypesDatesTextsAndNewIds) {
   EXPECT_EQ(ids().front(), global.size() + 1);
 }
 
-TEST_F(Export, WritesLinesThatNameTheirQueue) {
+TEST_P(Export, WritesLinesThatNameTheirQueue) {
   addDataSelection(4);
   output({"import", "-", "--dsid", "4"}, {.input = serverStatus("a", 5) + "\n"});
   EXPECT_EQ(output({"export", "--dsid", "4"}),
@@ -76,7 +79,7 @@ TEST_F(Export, WritesLinesThatNameTheirQueue) {
   EXPECT_THAT(ids(4), ElementsAre(1));
 }
 
-TEST_F(Export, WritesWhatIsAskedFor) {
+TEST_P(Export, WritesWhatIsAskedFor) {
   add("a");
   output({"add", "legacy", "--payload", "x"});
   add("b");
@@ -91,7 +94,7 @@ TEST_F(Export, WritesWhatIsAskedFor) {
               ElementsAre(HasSubstr(";id:1;"), HasSubstr(";id:3;")));
 }
 
-TEST_F(Export, MakesAFileForItsOwnerOnly) {
+TEST_P(Export, MakesAFileForItsOwnerOnly) {
   add("a");
   const auto file = write("x", "").parent_path() / "events.txt";
   EXPECT_EQ(output({"export", file.string()}), "Exported 1 event to " + file.string() + ".\n");
@@ -102,7 +105,7 @@ TEST_F(Export, MakesAFileForItsOwnerOnly) {
   EXPECT_EQ(status.st_nlink, 1u);
 }
 
-TEST_F(Export, ReplacesNoFileUnasked) {
+TEST_P(Export, ReplacesNoFileUnasked) {
   add("a");
   const auto file = write("events.txt", "mine\n");
   const Outcome outcome = run({"export", file.string()});
@@ -117,7 +120,7 @@ TEST_F(Export, ReplacesNoFileUnasked) {
   }
 }
 
-TEST_F(Export, NamesWhatCannotBeALine) {
+TEST_F(ExportDirectly, NamesWhatCannotBeALine) {
   add("a");
   add("b");
   execute(database(),
@@ -132,13 +135,15 @@ TEST_F(Export, NamesWhatCannotBeALine) {
   EXPECT_THAT(run({"export"}).err, HasSubstr("its event string cannot be read"));
 }
 
-TEST_F(Export, LeavesNothingWhereItFails) {
+TEST_P(Export, LeavesNothingWhereItFails) {
   const auto file = home().parent_path() / "events.txt";
   EXPECT_EQ(run({"export", "--dsid", "9", file.string()}).status, 1);
   EXPECT_FALSE(std::filesystem::exists(file));
   add("a");
   EXPECT_THAT(run({"export", "/nowhere/at/all"}).err, HasSubstr("/nowhere/at/all"));
 }
+
+EVENTCTL_ANYWHERE(Export);
 
 }  // namespace
 }  // namespace EventSystemTest

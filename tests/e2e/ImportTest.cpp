@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/e2e/EventctlAnywhere.h"
 #include "tests/e2e/EventctlHome.h"
 
 namespace EventSystemTest {
@@ -19,14 +20,16 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-class Import : public EventctlHome {
+class Import : public EventctlAnywhere {
  protected:
   Outcome import(const std::string& text) const {
     return run({"import", write("events.txt", text).string()});
   }
 };
 
-TEST_F(Import, KeepsTheOrderAndTheDatesOfAFile) {
+using ImportDirectly = EventctlHome;
+
+TEST_P(Import, KeepsTheOrderAndTheDatesOfAFile) {
   EXPECT_EQ(
       output({"import",
               write("e", serverStatus("a", 5) + "\n" + serverStatus("b", 3) + "\n").string()}),
@@ -39,22 +42,22 @@ TEST_F(Import, KeepsTheOrderAndTheDatesOfAFile) {
   EXPECT_EQ(events[1]["id"], 2);
 }
 
-TEST_F(Import, ReadsStandardInput) {
+TEST_P(Import, ReadsStandardInput) {
   EXPECT_EQ(output({"import", "-"}, {.input = serverStatus("a")}), "Imported 1, refused 0.\n");
 }
 
-TEST_F(Import, PassesOverBlankLinesAndComments) {
+TEST_P(Import, PassesOverBlankLinesAndComments) {
   EXPECT_EQ(import("# one\n\n" + serverStatus("a") + "\n\r\n#two\r\n").out,
             "Imported 1, refused 0.\n");
 }
 
-TEST_F(Import, ToleratesCarriageReturns) {
+TEST_P(Import, ToleratesCarriageReturns) {
   EXPECT_EQ(import(serverStatus("a") + "\r\n" + serverStatus("b") + "\r\n").out,
             "Imported 2, refused 0.\n");
   EXPECT_EQ(json::parse(output({"show", "2", "--json"}))["fields"]["server"], "b");
 }
 
-TEST_F(Import, SendsLinesToTheirDataSelections) {
+TEST_P(Import, SendsLinesToTheirDataSelections) {
   addDataSelection(4);
   addDataSelection(7);
   const std::string file =
@@ -67,7 +70,7 @@ TEST_F(Import, SendsLinesToTheirDataSelections) {
   EXPECT_THAT(ids(0), ElementsAre(1, 2));
 }
 
-TEST_F(Import, NamesEveryBadLineAndTakesTheOthers) {
+TEST_P(Import, NamesEveryBadLineAndTakesTheOthers) {
   const std::string text = serverStatus("first") + "\n" +                          // 1
                            "no event\n" +                                          // 2
                            "EVENT{version:1;type:4;id:0;SERVERSTATUSEVENT{}}\n" +  // 3
@@ -107,7 +110,7 @@ TEST_F(Import, NamesEveryBadLineAndTakesTheOthers) {
   EXPECT_THAT(ids(), ElementsAre(1, 2));
 }
 
-TEST_F(Import, RefusesTextThatTheQueueWouldCut) {
+TEST_P(Import, RefusesTextThatTheQueueWouldCut) {
   const std::string kelp =
       "EVENT{version:1;type:9;id:0;date:1;KELPEVENT{version:1;severity:1;issue:1;share_type:1;"
       "issue_duration:1;name:1;host:1;string:" +
@@ -123,19 +126,19 @@ TEST_F(Import, RefusesTextThatTheQueueWouldCut) {
   EXPECT_THAT(ids(), IsEmpty());
 }
 
-TEST_F(Import, ShowsControlCharactersOfBadLinesAsEscapes) {
+TEST_P(Import, ShowsControlCharactersOfBadLinesAsEscapes) {
   const Outcome outcome = import("dsid=\x1b[2J4 x\n" + serverStatus("a\x1b[31m"));
   EXPECT_EQ(outcome.out, "Imported 1, refused 1.\n");
   EXPECT_EQ(outcome.err.find('\x1b'), std::string::npos);
 }
 
-TEST_F(Import, SumsUpAsJson) {
+TEST_P(Import, SumsUpAsJson) {
   const Outcome outcome = run({"import", "-", "--json"}, {.input = serverStatus("a") + "\nbad\n"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(json::parse(outcome.out), (json{{"imported", 1}, {"refused", 1}}));
 }
 
-TEST_F(Import, FailsForAFileThatCannotBeRead) {
+TEST_P(Import, FailsForAFileThatCannotBeRead) {
   const Outcome missing = run({"import", "/nonexistent/file"});
   EXPECT_EQ(missing.status, 1);
   EXPECT_EQ(missing.err, "eventctl: cannot open /nonexistent/file: No such file or directory\n");
@@ -144,7 +147,7 @@ TEST_F(Import, FailsForAFileThatCannotBeRead) {
   EXPECT_EQ(directory.err, "eventctl: cannot read /: Is a directory\n");
 }
 
-TEST_F(Import, SaysOnceThatTheQueueIsFull) {
+TEST_P(Import, SaysOnceThatTheQueueIsFull) {
   write("home/OrbCentral.ini", "[events]\ncount_limit=2\n");
   std::string text;
   for (int i = 0; i < 5; ++i) text += serverStatus("a") + "\n";
@@ -157,7 +160,7 @@ TEST_F(Import, SaysOnceThatTheQueueIsFull) {
   EXPECT_THAT(complaints[1], HasSubstr("in all 3 events found the queue full"));
 }
 
-TEST_F(Import, TakesTheDayOfTheExamples) {
+TEST_P(Import, TakesTheDayOfTheExamples) {
   addDataSelection(4);
   addDataSelection(7);
   std::ifstream file(DAY_EVENTS);
@@ -177,7 +180,7 @@ TEST_F(Import, TakesTheDayOfTheExamples) {
   EXPECT_EQ(stats["queues"][0]["types"].size(), 9u);
 }
 
-TEST_F(Import, RefusesADateThatTheTablesDoNotHold) {
+TEST_P(Import, RefusesADateThatTheTablesDoNotHold) {
   std::string text = serverStatus("last", 9223372036854775807UL) + "\n";
   for (int i = 0; i < 4; ++i) text += serverStatus("late", 9223372036854775808UL) + "\n";
   const Outcome outcome = import(text + serverStatus("first", 1) + "\n");
@@ -186,7 +189,7 @@ TEST_F(Import, RefusesADateThatTheTablesDoNotHold) {
                                      "9223372036854775807"));
 }
 
-TEST_F(Import, RefusesWhatWouldBeStoredChanged) {
+TEST_P(Import, RefusesWhatWouldBeStoredChanged) {
   const auto event = [](int type, const std::string& rest) {
     return "EVENT{version:1;type:" + std::to_string(type) + ";id:0;date:1;" + rest + "\n";
   };
@@ -218,7 +221,7 @@ TEST_F(Import, RefusesWhatWouldBeStoredChanged) {
   EXPECT_THAT(ids(), IsEmpty());
 }
 
-TEST_F(Import, TakesWhatOnlyLooksDifferent) {
+TEST_P(Import, TakesWhatOnlyLooksDifferent) {
   const Outcome outcome = import(
       "EVENT{version:2;type:4;id:77;date:007;SERVERSTATUSEVENT{state: 01;server:(NULL);}}\n"
       "EVENT{version:1;type:3;id:0;date:1;LSUSTATUSEVENT{state:+2;server:;}}\n"
@@ -234,7 +237,7 @@ TEST_F(Import, TakesWhatOnlyLooksDifferent) {
   EXPECT_EQ(outcome.out, "Imported 9, refused 0.\n") << outcome.err;
 }
 
-TEST_F(Import, AcknowledgesEachEventBeforeItAwaitsTheNextLine) {
+TEST_F(ImportDirectly, AcknowledgesEachEventBeforeItAwaitsTheNextLine) {
   addDataSelection(4);
   for (const char* const durability : {"strict", "group", "relaxed"}) {
     std::ofstream(home() / "host.ini") << "[database]\ndurability = " << durability << '\n';
@@ -254,7 +257,7 @@ TEST_F(Import, AcknowledgesEachEventBeforeItAwaitsTheNextLine) {
   EXPECT_THAT(ids(4), ElementsAre(1, 2, 3));
 }
 
-TEST_F(Import, AcknowledgesInJson) {
+TEST_P(Import, AcknowledgesInJson) {
   addDataSelection(4);
   const auto lines =
       jsonLines(output({"import", "-", "--acknowledge", "--json"},
@@ -264,13 +267,15 @@ TEST_F(Import, AcknowledgesInJson) {
                                  json{{"imported", 2}, {"refused", 0}}));
 }
 
-TEST_F(Import, StopsWhenNobodyTakesItsAcknowledgements) {
+TEST_P(Import, StopsWhenNobodyTakesItsAcknowledgements) {
   const Outcome outcome = run({"import", "-", "--acknowledge"},
                               {.out = Surroundings::Out::kBrokenPipe,
                                .input = serverStatus("a") + "\n" + serverStatus("b") + "\n"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(ids(), ElementsAre(1));
 }
+
+EVENTCTL_ANYWHERE(Import);
 
 }  // namespace
 }  // namespace EventSystemTest

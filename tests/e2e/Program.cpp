@@ -155,7 +155,9 @@ void Program::openStreams(const Surroundings& surroundings) {
 }
 
 void Program::spawn(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
-  std::vector<std::string> command = {EVENTCTL_PROGRAM};
+  const std::string program =
+      surroundings.program.empty() ? EVENTCTL_PROGRAM : surroundings.program.string();
+  std::vector<std::string> command = {program};
   command.insert(command.end(), arguments.begin(), arguments.end());
   std::vector<std::string> environment = environmentWith(surroundings.environment);
   posix_spawn_file_actions_t actions;
@@ -170,10 +172,10 @@ void Program::spawn(const std::vector<std::string>& arguments, const Surrounding
   } else {
     ::posix_spawn_file_actions_addclose(&actions, STDOUT_FILENO);
   }
-  const int error = ::posix_spawn(&m_pid, EVENTCTL_PROGRAM, &actions, nullptr,
+  const int error = ::posix_spawn(&m_pid, program.c_str(), &actions, nullptr,
                                   pointersOf(command).data(), pointersOf(environment).data());
   ::posix_spawn_file_actions_destroy(&actions);
-  if (error != 0) throw std::runtime_error("cannot start " EVENTCTL_PROGRAM);
+  if (error != 0) throw std::runtime_error("cannot start " + program);
 }
 
 void Program::write(const std::string& text) {

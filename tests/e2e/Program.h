@@ -33,6 +33,7 @@ struct Surroundings {
     kFile,        // `outFile`
     kTerminal     // a pseudo-terminal of 80 columns, gathered for the test
   };
+  std::filesystem::path program = {};  // empty: the one that the tests are about
   Out out = Out::kPipe;
   std::filesystem::path outFile = {};
   std::string input = {};                     // all of standard input, unless:

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "tests/e2e/EventctlAnywhere.h"
 #include "tests/e2e/EventctlHome.h"
 
 namespace EventSystemTest {
@@ -16,14 +17,16 @@ using ::testing::IsEmpty;
 
 using Out = Surroundings::Out;
 
-class Purge : public EventctlHome {
+class Purge : public EventctlAnywhere {
  protected:
   void addThree(unsigned int dsid = 0) const {
     for (const char* const server : {"node1", "node2", "node3"}) add(server, dsid);
   }
 };
 
-TEST_F(Purge, DeletesAllEventsOfTheQueueAndTellsWhich) {
+using PurgeDirectly = EventctlHome;
+
+TEST_P(Purge, DeletesAllEventsOfTheQueueAndTellsWhich) {
   addThree();
   output({"add", "legacy", "--payload", "x"});
   EXPECT_EQ(output({"purge", "--yes"}),
@@ -32,7 +35,7 @@ TEST_F(Purge, DeletesAllEventsOfTheQueueAndTellsWhich) {
   EXPECT_EQ(add("next"), 5u);
 }
 
-TEST_F(Purge, KeepsWhatIsAboveTheId) {
+TEST_P(Purge, KeepsWhatIsAboveTheId) {
   addThree();
   EXPECT_EQ(output({"purge", "--yes", "--upto", "2"}),
             "Deleted 2 events of the global queue, ids 1 to 2: 2 serverstatus.\n");
@@ -40,7 +43,7 @@ TEST_F(Purge, KeepsWhatIsAboveTheId) {
   EXPECT_EQ(output({"purge", "--yes", "--upto", "2"}), "Deleted 0 events of the global queue.\n");
 }
 
-TEST_F(Purge, LeavesTheOtherQueuesAlone) {
+TEST_P(Purge, LeavesTheOtherQueuesAlone) {
   addDataSelection(4);
   addDataSelection(7);
   add("global");
@@ -53,7 +56,7 @@ TEST_F(Purge, LeavesTheOtherQueuesAlone) {
   EXPECT_THAT(ids(7), ElementsAre(4));
 }
 
-TEST_F(Purge, DeletesFromAllQueues) {
+TEST_P(Purge, DeletesFromAllQueues) {
   addDataSelection(4);
   addDataSelection(7);
   add("global");
@@ -73,7 +76,7 @@ TEST_F(Purge, DeletesFromAllQueues) {
   EXPECT_THAT(ids(4), IsEmpty());
 }
 
-TEST_F(Purge, TellsWhatWouldGoAndChangesNothing) {
+TEST_P(Purge, TellsWhatWouldGoAndChangesNothing) {
   addThree();
   EXPECT_EQ(output({"purge", "--dry-run", "--upto", "2"}),
             "Would delete 2 events of the global queue, ids 1 to 2: 2 serverstatus.\n");
@@ -81,7 +84,7 @@ TEST_F(Purge, TellsWhatWouldGoAndChangesNothing) {
   EXPECT_THAT(ids(), ElementsAre(1, 2, 3));
 }
 
-TEST_F(Purge, IsRefusedWhereNobodyCanBeAsked) {
+TEST_P(Purge, IsRefusedWhereNobodyCanBeAsked) {
   addThree();
   const Outcome outcome = run({"purge"});
   EXPECT_EQ(outcome.status, 2);
@@ -89,7 +92,7 @@ TEST_F(Purge, IsRefusedWhereNobodyCanBeAsked) {
   EXPECT_THAT(ids(), ElementsAre(1, 2, 3));
 }
 
-TEST_F(Purge, AsksOnATerminal) {
+TEST_P(Purge, AsksOnATerminal) {
   addThree();
   Program refusing(at({"purge"}), {.terminalInput = true});
   ASSERT_TRUE(refusing.waitForError("Delete 3 events? [y/N] "));
@@ -105,19 +108,21 @@ TEST_F(Purge, AsksOnATerminal) {
   EXPECT_THAT(ids(), ElementsAre(4));
 }
 
-TEST_F(Purge, RemovesWhatCannotBeRead) {
-  addThree();
+TEST_F(PurgeDirectly, RemovesWhatCannotBeRead) {
+  for (const char* const server : {"node1", "node2", "node3"}) add(server);
   execute(database(), "UPDATE events SET eventstring = 'nonsense' WHERE id = 2");
   EXPECT_EQ(run({"purge", "--yes"}).status, 0);
   EXPECT_EQ(number(database(), "SELECT count(*) FROM events"), 0);
 }
 
-TEST_F(Purge, RefusesADataSelectionThatDoesNotExist) {
+TEST_P(Purge, RefusesADataSelectionThatDoesNotExist) {
   addThree();
   const Outcome outcome = run({"purge", "--yes", "--dsid", "9"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.err, HasSubstr("data selection 9 does not exist"));
 }
+
+EVENTCTL_ANYWHERE(Purge);
 
 }  // namespace
 }  // namespace EventSystemTest

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 
+#include "tests/e2e/EventctlAnywhere.h"
 #include "tests/e2e/EventctlHome.h"
 
 namespace EventSystemTest {
@@ -19,22 +20,26 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::SizeIs;
 
-class Reading : public EventctlHome {
+template <class Home>
+class ReadingOf : public Home {
  protected:
   void addThree() const {
-    add("node1");
-    output({"add", "activity", "--action", "3", "--severity", "2", "--msg", "disk full"});
-    add("node3");
+    this->add("node1");
+    this->output({"add", "activity", "--action", "3", "--severity", "2", "--msg", "disk full"});
+    this->add("node3");
   }
 };
 
+class Reading : public ReadingOf<EventctlAnywhere> {};
+using ReadingDirectly = ReadingOf<EventctlHome>;
+
 // A database that a host has opened, in which no queue was ever used.
-class ReadingWithoutTables : public EventctlHome {
+class ReadingWithoutTables : public EventctlAnywhere {
  protected:
   void SetUp() override { addDataSelection(4); }
 };
 
-TEST_F(Reading, ShowsATableForPeople) {
+TEST_P(Reading, ShowsATableForPeople) {
   addThree();
   const auto lines = linesOf(output({"list"}));
   ASSERT_THAT(lines, SizeIs(4));
@@ -44,7 +49,7 @@ TEST_F(Reading, ShowsATableForPeople) {
   EXPECT_THAT(lines[2], HasSubstr("activity         0  disk full action=3"));
 }
 
-TEST_F(Reading, ListsBetweenAnIdAndALimit) {
+TEST_P(Reading, ListsBetweenAnIdAndALimit) {
   addThree();
   EXPECT_THAT(jsonLines(output({"list", "--json", "--after", "1"})), SizeIs(2));
   const auto one = jsonLines(output({"list", "--json", "--after", "1", "--limit", "1"}));
@@ -54,7 +59,7 @@ TEST_F(Reading, ListsBetweenAnIdAndALimit) {
   EXPECT_THAT(output({"list", "--limit", "3"}), Not(HasSubstr("continues")));
 }
 
-TEST_F(Reading, ListsOneTypeByNameOrNumber) {
+TEST_P(Reading, ListsOneTypeByNameOrNumber) {
   addThree();
   for (const char* const type : {"activity", "7"}) {
     const auto events = jsonLines(output({"list", "--json", "--type", type}));
@@ -64,7 +69,7 @@ TEST_F(Reading, ListsOneTypeByNameOrNumber) {
   EXPECT_EQ(output({"list", "--type", "audit"}), "No events in the global queue.\n");
 }
 
-TEST_F(Reading, NeverBreaksTheTable) {
+TEST_P(Reading, NeverBreaksTheTable) {
   const std::string nasty =
       "\x1b[2J\x07\ttab \xff\xfe \xc3\xbcml\xc3\xa4ut \xe5\xae\xb9\xe9\x87\x8f \xe2\x80\xae" +
       std::string(300, 'w');
@@ -84,7 +89,7 @@ TEST_F(Reading, NeverBreaksTheTable) {
               HasSubstr("\x1b[2J\x07\ttab \xef\xbf\xbd"));
 }
 
-TEST_F(Reading, GivesTheExactBytesOfWhatIsNoUtf8) {
+TEST_P(Reading, GivesTheExactBytesOfWhatIsNoUtf8) {
   const std::string line = serverStatus("caf\xe9");
   output({"import", "-"}, {.input = line + "\n" + serverStatus("caf\xc3\xa9") + "\n"});
   std::string bytes = line;
@@ -105,7 +110,7 @@ TEST_F(Reading, GivesTheExactBytesOfWhatIsNoUtf8) {
   }
 }
 
-TEST_F(Reading, ShowsOneEventCompletely) {
+TEST_P(Reading, ShowsOneEventCompletely) {
   addThree();
   const std::string text = output({"show", "2"});
   EXPECT_THAT(text, HasSubstr("type:           activity (7)\n"));
@@ -115,7 +120,7 @@ TEST_F(Reading, ShowsOneEventCompletely) {
   EXPECT_THAT(missing.err, HasSubstr("there is no event 9 in the global queue"));
 }
 
-TEST_F(Reading, DoesNotMixTheQueues) {
+TEST_P(Reading, DoesNotMixTheQueues) {
   addDataSelection(4);
   addDataSelection(7);
   add("node1", 4);
@@ -124,7 +129,7 @@ TEST_F(Reading, DoesNotMixTheQueues) {
   EXPECT_EQ(run({"show", "1"}).status, 1);
 }
 
-TEST_F(Reading, ChangesNothing) {
+TEST_F(ReadingDirectly, ChangesNothing) {
   addThree();
   leaveAuditRecords({"waiting"});
   const auto before = std::filesystem::last_write_time(database());
@@ -135,12 +140,12 @@ TEST_F(Reading, ChangesNothing) {
   EXPECT_THAT(ids(), ElementsAre(1, 2, 3));
 }
 
-TEST_F(Reading, CountsWhatIsThere) {
+TEST_P(Reading, CountsWhatIsThere) {
+  write("home/OrbCentral.ini", "[events]\ncount_limit=70\nage_limit_days=9\n");
   addThree();
   addDataSelection(4);
   add("node4", 4);
   output({"delete", "3"});
-  write("home/OrbCentral.ini", "[events]\ncount_limit=70\nage_limit_days=9\n");
   const json stats = json::parse(output({"stats", "--json"}));
   EXPECT_EQ(stats["count"], 3);
   EXPECT_EQ(stats["countLimit"], 70);
@@ -159,7 +164,7 @@ TEST_F(Reading, CountsWhatIsThere) {
   for (const std::string& line : linesOf(text)) EXPECT_LE(line.size(), 80u) << line;
 }
 
-TEST_F(Reading, NextLeavesTheEventWhereItIs) {
+TEST_P(Reading, NextLeavesTheEventWhereItIs) {
   addThree();
   for (int i = 0; i < 2; ++i) {
     EXPECT_EQ(json::parse(output({"next", "--json"}))["id"], 1);
@@ -169,7 +174,7 @@ TEST_F(Reading, NextLeavesTheEventWhereItIs) {
   EXPECT_EQ(output({"next", "--after", "3"}), "No event after 3 in the global queue.\n");
 }
 
-TEST_F(Reading, FailsWhereThereIsNoDatabase) {
+TEST_F(ReadingDirectly, FailsWhereThereIsNoDatabase) {
   for (const Arguments& command : {Arguments{"list"}, Arguments{"stats"}, Arguments{"show", "1"}}) {
     const Outcome outcome = run(command);
     EXPECT_EQ(outcome.status, 1);
@@ -178,12 +183,15 @@ TEST_F(Reading, FailsWhereThereIsNoDatabase) {
   }
 }
 
-TEST_F(ReadingWithoutTables, FindsEmptyQueues) {
+TEST_P(ReadingWithoutTables, FindsEmptyQueues) {
   EXPECT_EQ(output({"list"}), "No events in the global queue.\n");
   EXPECT_EQ(output({"list", "--dsid", "4"}), "No events in the queue of data selection 4.\n");
   EXPECT_EQ(output({"list", "--json"}), "");
   EXPECT_EQ(json::parse(output({"stats", "--json"}))["count"], 0);
 }
+
+EVENTCTL_ANYWHERE(Reading);
+EVENTCTL_ANYWHERE(ReadingWithoutTables);
 
 }  // namespace
 }  // namespace EventSystemTest
