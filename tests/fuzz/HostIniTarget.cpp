@@ -86,7 +86,8 @@ void runTarget(std::string_view input) {
   checkEntries(hostFile);
   checkEntries(limitsFile);
   try {
-    require(within(loadConfiguration(home.path())), "a configuration beyond its limits");
+    const auto configuration = loadConfiguration(home.path(), Durability::kStrict);
+    require(within(configuration), "a configuration beyond its limits");
   } catch (const HostError&) {
   }
 }
