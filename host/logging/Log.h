@@ -14,8 +14,8 @@ namespace EventSystemHost {
 
 // Opens the log as configured; throws HostError when its file cannot be written. Without an open
 // log, errors and warnings go to standard error.
-void openLog(const HostConfiguration& configuration);
-void closeLog();
+EVENTSYSTEM_HOST_API void openLog(const HostConfiguration& configuration);
+EVENTSYSTEM_HOST_API void closeLog();
 
 // Hands over to the system what was logged so far: lines below warnings wait for company. A process
 // that logs seldom and runs long calls this now and then; any thread, while no log is closed.

@@ -25,6 +25,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "apps/eventd/http/BodyShare.h"
 #include "apps/eventd/http/Core.h"
@@ -115,6 +116,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
   Phase m_phase = Phase::kOpening;
   bool m_entryRefused = false;
 
+  // A reading that is under way writes here: what has come may be consumed meanwhile.
+  std::vector<char> m_incoming;
   boost::beast::flat_buffer m_input;
   RequestReader m_reader;
   std::optional<BodyShare> m_share;
