@@ -212,7 +212,7 @@ TEST_F(Events, AreAskedForStrictly) {
   EXPECT_EQ(problemName(get("/v1/queues/7/events")), "unknown-data-selection");
   EXPECT_EQ(problemName(get("/v1/queues/0/events/x")), "bad-request");
   EXPECT_EQ(problemName(get("/v1/queues/0/events/1")), "not-found");
-  EXPECT_EQ(problemName(get("/v1/queues/0/events/")), "bad-request");
+  EXPECT_EQ(problemName(get("/v1/queues/0/events/")), "not-found");
 }
 
 TEST_F(Events, AreWaitedFor) {
