@@ -187,7 +187,8 @@ void Connection::readMore() {
   if (m_phase == Phase::kAnswering && m_input.size() >= kMostReadAhead) return;
   const bool muchComes =
       m_phase == Phase::kLingering || (m_phase == Phase::kReading && m_reader.isInBody());
-  const auto buffer = m_input.prepare(muchComes ? kReadBodyBytes : kReadBytes);
+  if (!muchComes && m_arriving.capacity() > kMostReadAhead) m_arriving.shrink_to_fit();
+  const auto buffer = m_arriving.prepare(muchComes ? kReadBodyBytes : kReadBytes);
   m_isReading = true;
   readSome(buffer);
 }
@@ -196,12 +197,23 @@ void Connection::onRead(const Error& error, std::size_t bytes) {
   m_isReading = false;
   guarded([&] {
     m_core->bytesIn += bytes;
-    m_input.commit(bytes);
+    takeArrived(bytes);
     if (error) return onReadEnd(error);
     if (m_phase == Phase::kReading) return advance();
     if (m_phase == Phase::kLingering) m_input.consume(m_input.size());
     readMore();
   });
+}
+
+// Taking requests off the input moves it, also while the next ones are being read.
+void Connection::takeArrived(std::size_t bytes) {
+  m_arriving.commit(bytes);
+  if (m_input.size() == 0) {
+    swap(m_input, m_arriving);
+  } else {
+    m_input.commit(boost::asio::buffer_copy(m_input.prepare(bytes), m_arriving.data()));
+  }
+  m_arriving.consume(m_arriving.size());
 }
 
 void Connection::onReadEnd(const Error& error) {

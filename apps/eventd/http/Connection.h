@@ -97,6 +97,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   bool isBodyGranted();
   void handle();
   void readMore();
+  void takeArrived(std::size_t bytes);
   void clientGone();
 
   void refuse(unsigned status, const std::string& detail);
@@ -115,7 +116,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
   Phase m_phase = Phase::kOpening;
   bool m_entryRefused = false;
 
-  boost::beast::flat_buffer m_input;
+  boost::beast::flat_buffer m_input;     // what has arrived
+  boost::beast::flat_buffer m_arriving;  // what is being read: nobody else touches it meanwhile
   RequestReader m_reader;
   std::optional<BodyShare> m_share;
   bool m_begun = false;     // some of the request is here
