@@ -56,7 +56,7 @@ std::string randomHex() {
   return hexOfBytes({bytes.data(), bytes.size()});
 }
 
-HttpRequest postRequest(std::string target, std::string type, std::string body) {
+HttpRequest postRequest(std::string target, const std::string& type, std::string body) {
   return {.method = "POST",
           .target = std::move(target),
           .body = std::move(body),
@@ -199,7 +199,7 @@ json DaemonQueues::post(Events events, unsigned int dsid) {
   std::string lines;
   for (const auto& event : events) lines.append(eventStringOf(*event)).append("\n");
   HttpRequest request = postRequest(eventsPath(dsid), "text/plain", std::move(lines));
-  if (!m_keysAreTaken) return postWithoutKey(std::move(request));
+  if (!m_keysAreTaken) return postWithoutKey(request);
   HttpRequest keyed = request;
   keyed.headers.push_back("Idempotency-Key: " + nextKey());
   try {
@@ -210,10 +210,10 @@ json DaemonQueues::post(Events events, unsigned int dsid) {
     if (!cluster.is_object() || !cluster.value("clustered", false)) throw;
   }
   m_keysAreTaken = false;
-  return postWithoutKey(std::move(request));
+  return postWithoutKey(request);
 }
 
-json DaemonQueues::postWithoutKey(HttpRequest request) {
+json DaemonQueues::postWithoutKey(const HttpRequest& request) {
   try {
     return m_client.call(request);
   } catch (const NoAnswer& problem) {

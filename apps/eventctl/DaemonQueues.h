@@ -47,7 +47,7 @@ class DaemonQueues : public WritableQueues {
 
  private:
   nlohmann::json post(Events events, unsigned int dsid);
-  nlohmann::json postWithoutKey(HttpRequest request);
+  nlohmann::json postWithoutKey(const HttpRequest& request);
   StoreOutcome refusalOf(const DaemonProblem& problem, Events events, unsigned int dsid);
   std::string nextKey();
 

@@ -137,6 +137,14 @@ void requireSafe(const Configuration& configuration, const TokenFile& tokens) {
   requireSafeTls(configuration, tokens);
 }
 
+void requireSomewhere(const Configuration& configuration, bool hasSockets) {
+  const bool listens = configuration.unixSocket.enabled || configuration.tcp.listen ||
+                       configuration.tls.listen || hasSockets;
+  if (listens) return;
+  throw Failure(configuration.file.string() +
+                ": the daemon would listen nowhere; set [unix] enabled = 1 or [tcp] listen");
+}
+
 void requireSafe(const ListenAddress& adopted, const Configuration& configuration,
                  const TokenFile& tokens) {
   const std::string where = place(configuration, "tcp", "listen");

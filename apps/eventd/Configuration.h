@@ -69,7 +69,10 @@ Configuration loadConfiguration(const std::filesystem::path& home,
 // leaves the machine, or a TCP address with neither tokens nor client certificates.
 void requireSafe(const Configuration& configuration, const TokenFile& tokens);
 
-// The same for a TCP socket in the clear that somebody else has opened.
+// Throws Failure when the daemon would listen nowhere.
+void requireSomewhere(const Configuration& configuration, bool hasSockets);
+
+// The same as requireSafe() for a TCP socket in the clear that somebody else has opened.
 void requireSafe(const ListenAddress& adopted, const Configuration& configuration,
                  const TokenFile& tokens);
 

@@ -99,11 +99,11 @@ class Daemon::Parts {
         m_host(options),
         m_access(m_configuration, m_tokens),
         m_streams(configuration.limits.heartbeat),
-        m_queues(m_host, serviceLimits(configuration), &m_metrics),
+        m_queues(std::make_unique<QueueService>(m_host, serviceLimits(configuration), &m_metrics)),
         m_workers(kWorkers, kMostTasks),
         m_services{.configuration = m_configuration,
                    .host = m_host,
-                   .queues = m_queues,
+                   .queues = *m_queues,
                    .access = m_access,
                    .metrics = m_metrics,
                    .rates = m_rates,
@@ -130,6 +130,8 @@ class Daemon::Parts {
     InfoA(0, "eventd stops: no new requests, what was accepted is finished");
     m_server.stop(m_configuration.limits.grace);
     m_ticker.stop();
+    m_workers.stop();
+    m_queues.reset();  // what it finishes is still answered and logged
   }
 
   Parts(const Parts&) = delete;
@@ -176,10 +178,6 @@ class Daemon::Parts {
                                          {tls.certificateFile, tls.keyFile, tls.clientAuthority});
       add("https://" + textOf(*address));
     }
-    if (m_addresses.empty()) {
-      throw Failure(m_configuration.file.string() +
-                    ": the daemon would listen nowhere; set [unix] enabled = 1 or [tcp] listen");
-    }
   }
 
   // Whether it is a Unix socket.
@@ -197,10 +195,10 @@ class Daemon::Parts {
   }
 
   void startTasks() {
-    m_rates.sample(m_queues.counters());
+    m_rates.sample(m_queues->counters());
     m_ticker.every(kStreamTick, [this] { m_streams.tick(); });
     m_ticker.every(kSecond, [this] {
-      m_rates.sample(m_queues.counters());
+      m_rates.sample(m_queues->counters());
       m_tokens.reloadIfChanged();
       EventSystemHost::flushLog();
     });
@@ -214,7 +212,7 @@ class Daemon::Parts {
   Metrics m_metrics;
   Rates m_rates;
   Api::EventStreams m_streams;
-  QueueService m_queues;
+  std::unique_ptr<QueueService> m_queues;
   Workers m_workers;
   Api::Services m_services;
   Api::Api m_api;

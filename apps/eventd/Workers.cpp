@@ -8,19 +8,20 @@ Workers::Workers(unsigned threads, std::size_t mostTasks) : m_mostTasks(mostTask
   for (unsigned i = 0; i < threads; ++i) m_threads.emplace_back([this] { run(); });
 }
 
-Workers::~Workers() {
+void Workers::stop() {
   {
     const std::lock_guard lock(m_mutex);
     m_stopping = true;
   }
   m_changed.notify_all();
   for (std::thread& thread : m_threads) thread.join();
+  m_threads.clear();
 }
 
 bool Workers::post(std::function<void()> task) {
   {
     const std::lock_guard lock(m_mutex);
-    if (m_tasks.size() >= m_mostTasks) return false;
+    if (m_stopping || m_tasks.size() >= m_mostTasks) return false;
     m_tasks.push_back(std::move(task));
   }
   m_changed.notify_one();

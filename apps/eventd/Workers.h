@@ -18,14 +18,16 @@ namespace EventApps {
 class Workers {
  public:
   Workers(unsigned threads, std::size_t mostTasks);
-  // Runs what was posted to its end.
-  ~Workers();
+  ~Workers() { stop(); }
 
   Workers(const Workers&) = delete;
   Workers& operator=(const Workers&) = delete;
 
-  // Runs the task soon; it must not throw. False when too many wait already.
+  // Runs the task soon; it must not throw. False when too many wait already, and after stop().
   bool post(std::function<void()> task);
+
+  // Runs what was posted to its end.
+  void stop();
 
  private:
   void run();

@@ -11,20 +11,18 @@
 #include <exception>
 #include <filesystem>
 #include <string>
+#include <vector>
 
-#include "apps/common/Failure.h"
 #include "apps/eventd/Configuration.h"
 #include "apps/eventd/Daemon.h"
 #include "apps/eventd/Signals.h"
 #include "apps/eventd/Systemd.h"
 #include "apps/eventd/Version.h"
-#include "apps/eventd/http/Server.h"
 #include "host/Host.h"
 
 namespace {
 
 using namespace EventApps;
-using EventSystemHost::HostError;
 using EventSystemHost::HostOptions;
 
 enum ExitStatus : int {
@@ -84,38 +82,52 @@ void serve(Daemon& daemon, const Signals& signals) {
   Systemd::tellStopping();
 }
 
-int run(const Options& options) {
-  const std::filesystem::path home =
-      options.home.empty() ? EventSystemHost::defaultHome() : std::filesystem::path(options.home);
-  const Configuration configuration = loadConfiguration(home, options.configuration);
+std::filesystem::path homeOf(const Options& options) {
+  return options.home.empty() ? EventSystemHost::defaultHome()
+                              : std::filesystem::path(options.home);
+}
+
+// What must be so before anything is opened.
+Configuration configure(const Options& options, bool hasSockets) {
+  Configuration configuration = loadConfiguration(homeOf(options), options.configuration);
   requireSafe(configuration, TokenFile::load(configuration.tokensFile));
-  if (options.checkOnly) {
-    std::printf("%s: nothing is wrong\n", configuration.file.c_str());
-    return kDone;
-  }
+  requireSomewhere(configuration, hasSockets);
+  return configuration;
+}
+
+int run(const Configuration& configuration, const std::vector<int>& sockets) {
   const Signals signals;
-  const auto sockets = Systemd::takeSockets();
   HostOptions host;
-  host.home = home;
+  host.home = configuration.home;
   host.durability = EventSystemHost::Durability::kGroup;
   Daemon daemon(configuration, host, sockets);
   serve(daemon, signals);
   return kDone;
 }
 
-int runCaught(const Options& options) {
+// Runs what returns an exit status; `otherwise` is that of its failure.
+template <typename Run>
+int guarded(ExitStatus otherwise, Run run) {
   try {
-    return run(options);
-  } catch (const EventSystemHost::DatabaseBusy& problem) {
-    complain(problem.what());
-    return kFailed;
-  } catch (const Failure& problem) {
-    complain(problem.what());
-    return kUsage;
+    return run();
   } catch (const std::exception& problem) {
     complain(problem.what());
-    return kFailed;
+    return otherwise;
   }
+}
+
+int runProgram(const Options& options) {
+  std::vector<int> sockets;
+  Configuration configuration;
+  const int status = guarded(kUsage, [&] {
+    sockets = Systemd::takeSockets();
+    configuration = configure(options, !sockets.empty());
+    return kDone;
+  });
+  if (status != kDone) return status;
+  if (!options.checkOnly) return guarded(kFailed, [&] { return run(configuration, sockets); });
+  std::printf("%s: nothing is wrong\n", configuration.file.c_str());
+  return kDone;
 }
 
 int parseAndRun(int argc, char** argv) {
@@ -131,7 +143,7 @@ int parseAndRun(int argc, char** argv) {
     complain("see eventd --help");
     return kUsage;
   }
-  return runCaught(options);
+  return runProgram(options);
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ std::optional<PathArguments> matched(std::string_view pattern, std::string_view 
   while (pattern.starts_with('/') && path.starts_with('/')) {
     const std::string_view wanted = takeSegment(pattern);
     const std::string_view found = takeSegment(path);
-    if (wanted.starts_with('{')) {
+    if (wanted.starts_with('{') && !found.empty()) {
       arguments.emplace(wanted.substr(1, wanted.size() - 2), found);
     } else if (wanted != found) {
       return std::nullopt;

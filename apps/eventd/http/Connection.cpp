@@ -170,7 +170,8 @@ void Connection::handle() {
       shared_from_this(), m_outlet, std::move(m_reader.request()), std::move(*m_share));
   ++m_core->requests;
   // What a long body took is not kept while one waits.
-  if (m_input.capacity() > kMostReadAhead && m_input.size() == 0) m_input.shrink_to_fit();
+  if (m_incoming.capacity() > kMostReadAhead && !m_isReading) m_incoming = {};
+  if (m_input.size() == 0) m_input.shrink_to_fit();
   readMore();
   try {
     m_core->handle(exchange);
@@ -187,33 +188,22 @@ void Connection::readMore() {
   if (m_phase == Phase::kAnswering && m_input.size() >= kMostReadAhead) return;
   const bool muchComes =
       m_phase == Phase::kLingering || (m_phase == Phase::kReading && m_reader.isInBody());
-  if (!muchComes && m_arriving.capacity() > kMostReadAhead) m_arriving.shrink_to_fit();
-  const auto buffer = m_arriving.prepare(muchComes ? kReadBodyBytes : kReadBytes);
+  m_incoming.resize(muchComes ? kReadBodyBytes : kReadBytes);
   m_isReading = true;
-  readSome(buffer);
+  readSome(boost::asio::buffer(m_incoming));
 }
 
 void Connection::onRead(const Error& error, std::size_t bytes) {
   m_isReading = false;
   guarded([&] {
     m_core->bytesIn += bytes;
-    takeArrived(bytes);
+    m_input.commit(
+        boost::asio::buffer_copy(m_input.prepare(bytes), boost::asio::buffer(m_incoming, bytes)));
     if (error) return onReadEnd(error);
     if (m_phase == Phase::kReading) return advance();
     if (m_phase == Phase::kLingering) m_input.consume(m_input.size());
     readMore();
   });
-}
-
-// Taking requests off the input moves it, also while the next ones are being read.
-void Connection::takeArrived(std::size_t bytes) {
-  m_arriving.commit(bytes);
-  if (m_input.size() == 0) {
-    swap(m_input, m_arriving);
-  } else {
-    m_input.commit(boost::asio::buffer_copy(m_input.prepare(bytes), m_arriving.data()));
-  }
-  m_arriving.consume(m_arriving.size());
 }
 
 void Connection::onReadEnd(const Error& error) {

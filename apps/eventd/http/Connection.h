@@ -25,6 +25,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "apps/eventd/http/BodyShare.h"
 #include "apps/eventd/http/Core.h"
@@ -97,7 +98,6 @@ class Connection : public std::enable_shared_from_this<Connection> {
   bool isBodyGranted();
   void handle();
   void readMore();
-  void takeArrived(std::size_t bytes);
   void clientGone();
 
   void refuse(unsigned status, const std::string& detail);
@@ -116,8 +116,9 @@ class Connection : public std::enable_shared_from_this<Connection> {
   Phase m_phase = Phase::kOpening;
   bool m_entryRefused = false;
 
-  boost::beast::flat_buffer m_input;     // what has arrived
-  boost::beast::flat_buffer m_arriving;  // what is being read: nobody else touches it meanwhile
+  // A reading that is under way writes here: what has come may be consumed meanwhile.
+  std::vector<char> m_incoming;
+  boost::beast::flat_buffer m_input;
   RequestReader m_reader;
   std::optional<BodyShare> m_share;
   bool m_begun = false;     // some of the request is here

@@ -18,6 +18,12 @@ FiguresPtr FiguresCache::latest() const {
   return m_latest;
 }
 
+void FiguresCache::readAnew() {
+  noteChange();
+  const std::lock_guard lock(m_mutex);
+  m_nextReading = {};
+}
+
 // At the cluster service others change the queues, too.
 bool FiguresCache::isFresh() const {
   if (Clock::now() < m_nextReading) return true;

@@ -31,6 +31,9 @@ class FiguresCache {
   // To be called when something may have changed.
   void noteChange() { ++m_changes; }
 
+  // The next who asks gets what is there then, at whatever cost.
+  void readAnew();
+
   // What was read last; empty before anything was.
   FiguresPtr latest() const;
 

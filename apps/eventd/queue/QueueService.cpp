@@ -275,6 +275,7 @@ void QueueService::addDataSelection(const DataSelection& selection, Changed done
       [&core, selection] {
         EventApps::addDataSelection(core.host, selection);
         core.selections.add(selection.id);
+        core.figures.readAnew();
       },
       std::move(done));
 }
@@ -286,6 +287,7 @@ void QueueService::removeDataSelection(unsigned int dsid, Changed done) {
       [&core, dsid] {
         EventApps::removeDataSelection(core.host, dsid);
         core.selections.remove(dsid);
+        core.figures.readAnew();
       },
       std::move(done));
 }

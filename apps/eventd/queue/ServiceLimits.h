@@ -29,7 +29,7 @@ struct ServiceLimits {
   std::chrono::milliseconds lookForOtherMembers{250};
 
   // Figures are read anew at most this often, and never take more than this part of the time.
-  std::chrono::milliseconds figuresAge{2000};
+  std::chrono::milliseconds figuresAge{0};
   double figuresShare = 0.05;
 };
 

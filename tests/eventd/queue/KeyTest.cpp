@@ -7,7 +7,6 @@
 
 #include "EventSystem/ResultCode.h"
 #include "tests/eventd/queue/ServiceFixture.h"
-#include "tests/support/AuditFile.h"
 #include "tests/support/ForkedProcess.h"
 #include "tests/support/WatchedDisk.h"
 
@@ -175,9 +174,7 @@ TEST_F(Key, KnowsTheIdsThatEventsReallyGot) {
   useLimits(0, 1);
   start();
   storeWith("a", "body", 1);
-  std::filesystem::create_directories(auditDatabase().parent_path());
-  AuditFile file(auditDatabase());
-  file.add(1, "in between");
+  leaveAuditRecord("in between");
   const StoreResult first = storeWith("b", "body");
   EXPECT_THAT(first.ids, ElementsAre(3, 4));
   start();
@@ -220,7 +217,7 @@ class KeyDeath : public Key, public testing::WithParamInterface<const char*> {
     SuddenEnd end;
     watchDisk(&end);
     start();
-    if (m_auditMeanwhile) leaveAuditRecord();
+    if (m_auditMeanwhile) leaveAuditRecord("in between");
     end.armFor(lastCall);
     for (int i = 0; i < kRequests; ++i) {
       const StoreResult result = storeWith("key" + std::to_string(i), "body");
@@ -289,11 +286,6 @@ class KeyDeath : public Key, public testing::WithParamInterface<const char*> {
       repeatAll(answers);
     }
     EXPECT_GT(call, 10) << "a few calls for each event";
-  }
-
-  void leaveAuditRecord() const {
-    std::filesystem::create_directories(auditDatabase().parent_path());
-    AuditFile(auditDatabase()).add(1, "in between");
   }
 
   bool m_auditMeanwhile = false;

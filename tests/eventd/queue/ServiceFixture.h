@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "apps/eventd/queue/QueueService.h"
+#include "tests/power/RawDatabase.h"
 #include "tests/support/Events.h"
 #include "tests/support/TempDir.h"
 
@@ -96,6 +97,13 @@ class ServiceTest : public ::testing::Test {
   std::filesystem::path home() const { return m_directory.path(); }
   std::filesystem::path database() const { return home() / "events.db"; }
   std::filesystem::path auditDatabase() const { return home() / "audit" / "audit.db"; }
+
+  // As an off-line service leaves it.
+  void leaveAuditRecord(const std::string& message) const {
+    std::filesystem::create_directories(auditDatabase().parent_path());
+    ASSERT_TRUE(leaveAuditRow(auditDatabase(),
+                              "version:1;action:2;time:3;loadSize:4;AUditMsg:" + message, nullptr));
+  }
 
   // Before the start.
   void useDurability(const std::string& durability) { m_durability = durability; }

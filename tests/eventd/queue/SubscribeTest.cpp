@@ -5,7 +5,6 @@
 
 #include "tests/eventd/queue/Inbox.h"
 #include "tests/eventd/queue/ServiceFixture.h"
-#include "tests/support/AuditFile.h"
 
 namespace EventSystemTest {
 namespace {
@@ -131,10 +130,8 @@ TEST_F(Subscribe, GetsAuditRecords) {
   limits.lookForAuditRows = std::chrono::milliseconds(10);
   start();
   const auto subscription = subscribe(m_inbox, std::nullopt);
-  std::filesystem::create_directories(auditDatabase().parent_path());
-  AuditFile file(auditDatabase());
   for (int row = 1; row <= 3; ++row) {
-    file.add(row, "row " + std::to_string(row));
+    leaveAuditRecord("row " + std::to_string(row));
     ASSERT_TRUE(m_inbox.has(static_cast<std::size_t>(row)));
   }
   EXPECT_EQ(m_inbox.ids(), upTo(3));
@@ -143,11 +140,9 @@ TEST_F(Subscribe, GetsAuditRecords) {
 
 TEST_F(Subscribe, GetsAuditRecordsInOrderWithOtherEvents) {
   start();
-  std::filesystem::create_directories(auditDatabase().parent_path());
-  AuditFile file(auditDatabase());
   const auto subscription = subscribe(m_inbox, 0);
   for (int row = 1; row <= 20; ++row) {
-    file.add(row, "row " + std::to_string(row));
+    leaveAuditRecord("row " + std::to_string(row));
     read({0, 0, 1, {}, {}});  // takes it in, and does not come to it
     storeOne();
   }

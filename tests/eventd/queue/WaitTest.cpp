@@ -7,7 +7,6 @@
 
 #include "EventSystem/ResultCode.h"
 #include "tests/eventd/queue/ServiceFixture.h"
-#include "tests/support/AuditFile.h"
 
 namespace EventSystemTest {
 namespace {
@@ -117,7 +116,7 @@ TEST_F(Wait, IsForItsQueueItsIdsAndItsTypes) {
   }());
   EXPECT_THAT(idsOf(resultOf(later).events), ElementsAre(3, 4));
   EXPECT_THAT(idsOf(resultOf(audits).events), ElementsAre(4));
-  EXPECT_EQ(waiting(), 1u);
+  EXPECT_TRUE(eventually([&] { return waiting() == 1; }));
   storeOne("a", 5);
   EXPECT_THAT(idsOf(resultOf(other).events), ElementsAre(1));
 }
@@ -188,21 +187,19 @@ TEST_F(Wait, IsAnsweredEmptyWhenTheServiceEnds) {
 TEST_F(Wait, SeesAuditRecordsThatNobodyHereHasWritten) {
   start();
   storeOne();
-  std::filesystem::create_directories(auditDatabase().parent_path());
-  AuditFile file(auditDatabase());
-  file.add(1, "first");
+  leaveAuditRecord("first");
   limits.lookForAuditRows = milliseconds(10);
   start();
   EXPECT_EQ(service().counters().auditImports, 1u) << "at the start";
   EXPECT_THAT(idsAfter(0), ElementsAre(1, 2));
   Reader reader = wait({0, 2, 10, {}, kLong});
   ASSERT_TRUE(eventually([&] { return waiting() == 1; }));
-  file.add(2, "second");
+  leaveAuditRecord("second");
   EXPECT_THAT(idsOf(resultOf(reader).events), ElementsAre(3));
   EXPECT_EQ(service().counters().auditImports, 2u);
-  file.add(3, "third");
+  leaveAuditRecord("third");
   EXPECT_THAT(idsAfter(3), ElementsAre(4)) << "a reader that does not wait sees it, too";
-  file.add(4, "fourth");
+  leaveAuditRecord("fourth");
   EXPECT_THAT(idsAfter(0), ElementsAre(1, 2, 3, 4, 5));
   EXPECT_EQ(storeOne(), 6u);
   EXPECT_EQ(service().counters().auditImports, 4u);
