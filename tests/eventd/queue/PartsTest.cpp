@@ -87,12 +87,14 @@ TEST(WorkerThread, DoesInOrderWhatItWasGivenUntilItEnds) {
   std::vector<int> done;
   Worker worker;
   worker.post([&] {
-    done.push_back(1);
-    worker.post([&] { done.push_back(3); });
-  });
-  worker.post([&] {
-    done.push_back(2);
-    throw std::runtime_error("of a job");
+    worker.post([&] {
+      done.push_back(1);
+      worker.post([&] { done.push_back(3); });
+    });
+    worker.post([&] {
+      done.push_back(2);
+      throw std::runtime_error("of a job");
+    });
   });
   worker.finish();
   worker.post([&] { done.push_back(4); });

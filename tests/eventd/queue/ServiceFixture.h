@@ -102,7 +102,7 @@ class ServiceTest : public ::testing::Test {
   void leaveAuditRecord(const std::string& message) const {
     std::filesystem::create_directories(auditDatabase().parent_path());
     ASSERT_TRUE(leaveAuditRow(auditDatabase(),
-                              "version:1;action:2;time:3;loadSize:4;AUditMsg:" + message, nullptr));
+                              "version:1;action:2;time:3;loadSize:4;AUditMSg:" + message, nullptr));
   }
 
   // Before the start.
