@@ -5,35 +5,20 @@
 #include "apps/eventctl/DaemonAddress.h"
 #include "apps/eventctl/DaemonQueues.h"
 #include "apps/eventctl/DirectQueues.h"
-#include "host/logging/Log.h"
 
 namespace EventApps {
-namespace {
-
-// No host is open here, whose log would take what the library says of a text that is no event. The
-// command says that itself.
-std::unique_ptr<DaemonQueues> queuesAt(const DaemonAddress& daemon, const GlobalOptions& options) {
-  EventSystemHost::HostConfiguration log;
-  log.logFile = "-";
-  log.logLevel = options.logLevel.value_or(options.verbose ? EventSystemHost::LogLevel::kInfo
-                                                           : EventSystemHost::LogLevel::kOff);
-  EventSystemHost::openLog(log);
-  return std::make_unique<DaemonQueues>(daemon);
-}
-
-}  // namespace
 
 void ReadableQueues::requireQueue(unsigned int dsid) {
   if (!hasQueue(dsid)) throw Failure(noSuchSelection(dsid));
 }
 
 std::unique_ptr<ReadableQueues> openToRead(const GlobalOptions& options) {
-  if (const auto daemon = findDaemon(options)) return queuesAt(*daemon, options);
+  if (const auto daemon = findDaemon(options)) return std::make_unique<DaemonQueues>(*daemon);
   return std::make_unique<DirectReader>(options);
 }
 
 std::unique_ptr<WritableQueues> openToWrite(const GlobalOptions& options) {
-  if (const auto daemon = findDaemon(options)) return queuesAt(*daemon, options);
+  if (const auto daemon = findDaemon(options)) return std::make_unique<DaemonQueues>(*daemon);
   return std::make_unique<DirectQueues>(openWriter(options));
 }
 

@@ -14,6 +14,7 @@
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/Session.h"
+#include "host/logging/Log.h"
 
 namespace {
 
@@ -120,6 +121,14 @@ int runGuarded(const std::function<int()>& run) {
   return kFailed;
 }
 
+// The commands say themselves what is wrong with an event; where a daemon has the queues, no log is
+// opened for what the library adds.
+void setLevelWithoutLog(const GlobalOptions& options) {
+  using EventSystemHost::LogLevel;
+  EventSystemHost::setLevelWithoutLog(
+      options.logLevel.value_or(options.verbose ? LogLevel::kInfo : LogLevel::kOff));
+}
+
 int parseAndRun(int argc, char** argv) {
   CLI::App app;
   CommandLine line;
@@ -131,6 +140,7 @@ int parseAndRun(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return wrongUsage(app, error);
   }
+  setLevelWithoutLog(line.global);
   return runGuarded(line.run);
 }
 

@@ -48,6 +48,7 @@ spdlog::logger& fallback() {
 
 std::shared_ptr<spdlog::logger> openedLog;
 std::atomic<spdlog::logger*> current{nullptr};
+std::atomic<LogLevel> levelWithoutLog{LogLevel::kWarning};
 std::atomic<LogLevel> currentLevel{LogLevel::kWarning};
 std::atomic<LogFormat> currentFormat{LogFormat::kText};
 
@@ -108,8 +109,14 @@ void openLog(const HostConfiguration& configuration) {
   currentLevel.store(configuration.logLevel);
 }
 
+void setLevelWithoutLog(LogLevel level) {
+  fallback().set_level(kLevels.at(static_cast<std::size_t>(level)));
+  levelWithoutLog.store(level);
+  currentLevel.store(level);
+}
+
 void closeLog() {
-  currentLevel.store(LogLevel::kWarning);
+  currentLevel.store(levelWithoutLog.load());
   current.store(nullptr);
   currentFormat.store(LogFormat::kText);
   if (openedLog) openedLog->flush();

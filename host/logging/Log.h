@@ -14,8 +14,12 @@ namespace EventSystemHost {
 
 // Opens the log as configured; throws HostError when its file cannot be written. Without an open
 // log, errors and warnings go to standard error.
-EVENTSYSTEM_HOST_API void openLog(const HostConfiguration& configuration);
-EVENTSYSTEM_HOST_API void closeLog();
+void openLog(const HostConfiguration& configuration);
+void closeLog();
+
+// How much goes to standard error while no log is open, in place of errors and warnings. For
+// programs that use the library's events without a host. Any thread, while no log is open.
+EVENTSYSTEM_HOST_API void setLevelWithoutLog(LogLevel level);
 
 // Hands over to the system what was logged so far: lines below warnings wait for company. A process
 // that logs seldom and runs long calls this now and then; any thread, while no log is closed.

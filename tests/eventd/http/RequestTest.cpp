@@ -93,6 +93,25 @@ TEST(PipelinedRequests, WaitForTheOneBeforeThem) {
   EXPECT_EQ("hello", client.reply().body);
 }
 
+// One that is read while the one before it is answered is followed by a read of the one after it.
+TEST(PipelinedRequests, AreReadWholeWhenTheyArriveDuringAnAnswer) {
+  TestServer server;
+  RawClient client = server.client();
+  const std::string second = "POST /echo HTTP/1.1\r\nHost: h\r\nContent-Length: 6\r\n\r\nsecond";
+  for (int i = 0; i < 3; ++i) {
+    ASSERT_TRUE(client.get("/wait"));
+    const auto exchange = server.keptOne();
+    const auto before = server.server().figures().bytesIn;
+    ASSERT_TRUE(client.send(second));
+    ASSERT_TRUE(
+        eventually([&] { return server.server().figures().bytesIn == before + second.size(); }));
+    exchange->respond({200, "text/plain", "first", {}});
+    EXPECT_EQ("first", client.reply().body);
+    EXPECT_EQ("POST /echo\nsecond", client.reply().body);
+    EXPECT_EQ("GET /third\n", client.ask("/third").body);
+  }
+}
+
 TEST(PipelinedRequests, AreAnsweredToAClientThatSendsNoMore) {
   TestServer server;
   RawClient client = server.client();
