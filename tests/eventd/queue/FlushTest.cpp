@@ -79,6 +79,22 @@ TEST_F(Flush, ComesBeforeAnAnswerAndBeforeAnythingIsShown) {
   EXPECT_THAT(inbox.ids(), ElementsAre(1, 2, 3));
 }
 
+TEST_F(Flush, IsSharedByAllWhoWroteDuringTheOneBefore) {
+  start();
+  const auto before = service().counters().flushes;
+  FaultVfs::holdFlushes();
+  auto first = storeLater();
+  FaultVfs::waitForHeldFlush();
+  std::vector<Pending<StoreResult>> stores;
+  for (int i = 0; i < 16; ++i) stores.push_back(storeLater());
+  EXPECT_TRUE(eventually([] { return keysOf("events").size() == 17; }));
+  FaultVfs::letFlushesGo();
+  EXPECT_EQ(resultOf(first).ids, Ids{1});
+  for (unsigned long i = 0; i < 16; ++i) EXPECT_EQ(resultOf(stores[i]).ids, Ids{i + 2});
+  EXPECT_LE(service().counters().flushes - before, 3u)
+      << "the last may come too late for the second";
+}
+
 TEST_F(Flush, IsNotWaitedForByWhoReadsOldEvents) {
   start();
   store(manyEvents(3));
