@@ -60,10 +60,10 @@ nlohmann::ordered_json jsonValue(const EventKind* kind, const std::string& key,
 }  // namespace
 
 std::string eventStringOf(EventSystem::Event& event) {
-  std::string text(kLongestEventString, '\0');
+  std::array<char, kLongestEventString> text;
+  text.front() = '\0';
   event.toString(text.data(), text.size());
-  text.resize(text.find('\0'));
-  return text;
+  return text.data();
 }
 
 std::unique_ptr<EventSystem::Event> parseEvent(const std::string& eventString) {
@@ -89,6 +89,7 @@ Fields sectionFields(int type, const std::string& eventString) {
   const EventKind* const kind = kindOf(type);
   if (kind == nullptr) return {};
   Fields fields;
+  fields.reserve(kind->fields.size());
   std::string_view text = behindEnvelope(eventString);
   if (text.starts_with("lsu:") && !takeField(text, "", fields)) return {};
   takePrefix(text, "{");  // an activity's section has a brace before its tag

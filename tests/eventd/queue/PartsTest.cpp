@@ -31,6 +31,24 @@ EventApps::EventPtr eventWith(unsigned long id, int type = 5, std::size_t bytes 
   return std::make_shared<EventApps::Published>(std::move(view));
 }
 
+// With all that it has allocated.
+std::size_t memoryOf(const EventApps::Published& event) {
+  const EventApps::EventView& view = event.view();
+  std::size_t bytes = sizeof(event) + view.eventString.capacity() + event.json().capacity();
+  for (const auto& [key, value] : view.fields) {
+    bytes += sizeof(key) + sizeof(value) + key.capacity() + value.capacity();
+  }
+  return bytes;
+}
+
+TEST(PublishedEvent, TakesAboutAsMuchMemoryAsItSays) {
+  for (const auto& event : {newCapacityEvent("n"), newCapacityEvent(std::string(100, 'n')),
+                            auditEvent("a"), auditEvent(std::string(9000, 'a'))}) {
+    const EventApps::Published published(EventApps::viewOf(*event, 0));
+    EXPECT_LT(memoryOf(published), 3 * published.bytes() / 2) << published.view().eventString;
+  }
+}
+
 TEST(Ring, CoversWhatCameAfterItsBeginning) {
   EventRing ring(10, 1 << 20);
   EXPECT_FALSE(ring.covers(0));
