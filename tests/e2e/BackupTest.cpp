@@ -196,6 +196,18 @@ TEST_F(Restore, KeepsTheIdsAlsoWhereTheBackupHasNoQueueYet) {
   EXPECT_EQ(add("c"), 3u);
 }
 
+TEST_F(Restore, KeepsTheIdsOfABackupThatIsAheadOfTheDatabase) {
+  const std::string early = (home().parent_path() / "early.db").string();
+  add("a");
+  output({"backup", early});
+  add("b");
+  output({"delete", "2"});
+  back();
+  output({"restore", early, "--no-keep-ids"});
+  EXPECT_EQ(restore().status, 0);
+  EXPECT_EQ(add("c"), 3u);
+}
+
 TEST_F(Restore, GivesIdsAgainOnlyWhenToldTo) {
   add("a");
   back();
