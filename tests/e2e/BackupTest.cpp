@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 #include <sys/stat.h>
 
 #include <csignal>
@@ -420,6 +421,20 @@ class KilledRestore : public Backup {
 
   std::set<std::string> m_ends;
 };
+
+// A log that a reader holds on to cannot be emptied before.
+TEST_F(KilledRestore, LeavesNoLogBesideTheNewDatabase) {
+  {
+    sqlite3* opened = nullptr;
+    ASSERT_EQ(sqlite3_open(database().c_str(), &opened), SQLITE_OK);
+    const std::unique_ptr<sqlite3, int (*)(sqlite3*)> reader(opened, sqlite3_close);
+    ASSERT_EQ(sqlite3_exec(opened, "BEGIN; SELECT count(*) FROM events", nullptr, nullptr, nullptr),
+              SQLITE_OK);
+    EXPECT_EQ(restore().status, 0);
+  }
+  EXPECT_THAT(ids(), ElementsAre(1));
+  ASSERT_THAT(kept(), SizeIs(2)) << "with its log";
+}
 
 TEST_F(KilledRestore, LosesNothing) {
   killAtEveryCall(false);
