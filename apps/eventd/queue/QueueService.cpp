@@ -254,18 +254,22 @@ void QueueService::check(bool fix, std::function<void(CheckResult)> done) {
 
 // What `call` does is durable when it returns.
 void QueueService::Parts::change(const char* name, std::function<void()> call, Changed done) {
-  const auto operation = begin(name, [done] { done(kEnding); });
+  const auto operation = begin(name, [done] { done({kEnding}); });
   if (!operation) return;
-  const auto answer = [this, operation, done](const std::string& problem) {
+  const auto answer = [this, operation, done](const ChangeResult& result) {
     core.figures.noteChange();
-    core.answer([operation, done, problem](int) { done(problem); });
+    core.answer([operation, done, result](int) { done(result); });
   };
   core.run(std::make_shared<CallTask>(
       [call = std::move(call), answer] {
-        call();
-        answer("");
+        try {
+          call();
+          answer({});
+        } catch (const SelectionRefused& refused) {
+          answer({refused.what(), refused.reason()});
+        }
       },
-      answer));
+      [answer](const std::string& why) { answer({why}); }));
 }
 
 void QueueService::addDataSelection(const DataSelection& selection, Changed done) {

@@ -77,6 +77,12 @@ struct CheckResult {
   std::string problem;  // not empty: it could not be made
 };
 
+// Of adding or removing a data selection.
+struct ChangeResult {
+  std::string problem;  // empty: it is done
+  std::optional<SelectionRefused::Reason> refused = std::nullopt;  // nothing: the store has failed
+};
+
 // Queues as they were at one moment.
 struct FiguresSnapshot {
   Figures queues;

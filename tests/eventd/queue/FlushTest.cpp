@@ -207,6 +207,14 @@ TEST_F(Flush, ThatFailsDoesNotPartAnEventFromItsKey) {
   EXPECT_GE(failures, 2);
 }
 
+TEST_F(Flush, ThatFailsIsNoRefusalOfADataSelection) {
+  start();
+  FaultVfs::failFlush(1);
+  const EventApps::ChangeResult failed = addDataSelection(5);
+  EXPECT_NE(failed.problem, "");
+  EXPECT_EQ(failed.refused, std::nullopt);
+}
+
 TEST_F(Flush, IsMeasured) {
   class Measures : public EventApps::ServiceObserver {
    public:
