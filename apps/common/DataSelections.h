@@ -7,6 +7,7 @@
 #define EVENTSYSTEM_APPS_COMMON_DATASELECTIONS_H
 
 #include <cstddef>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,9 @@ struct DataSelection {
 };
 
 constexpr std::size_t kLongestSelectionName = 255;
+
+// The tables hold the number of a data selection in a signed 32-bit column.
+constexpr unsigned int kHighestSelection = std::numeric_limits<int>::max();
 
 // All of them, whether or not they have events.
 std::vector<DataSelection> dataSelections();

@@ -99,6 +99,10 @@ void addQueue(Services& services, const CallPtr& call) {
   if (isGlobalQueue(selection.id)) {
     throw Refused(ProblemKind::kConflict, "this is the global queue, which is always there");
   }
+  if (selection.id > kHighestSelection) {
+    throw Refused(ProblemKind::kBadRequest,
+                  "the highest number of a data selection is " + std::to_string(kHighestSelection));
+  }
   services.queues.addDataSelection(selection, [call, selection](const ChangeResult& result) {
     if (!result.problem.empty()) return call->fail(kindOf(result), result.problem);
     const nlohmann::ordered_json object = {
