@@ -72,7 +72,7 @@ TEST_F(Events, AreTakenInAllForms) {
   EXPECT_EQ(
       post(kEvents, statusEvent("c") + "\r\n\n" + statusEvent("d"), "application/x-ndjson").status,
       201U);
-  const Reply lines = post(kEvents, "# comment\n\n" + line + "\xff;}}\r\n" + line + "f;}}",
+  const Reply lines = post(kEvents, "# comment\n\n \t\n" + line + "\xff;}}\r\n" + line + "f;}}",
                            "text/plain; charset=utf-8");
   EXPECT_EQ(jsonOf(lines), json::parse(R"({"ids":[5,6]})"));
   const json events = jsonOf(get(kEvents))["events"];
