@@ -22,7 +22,7 @@ constexpr unsigned int kLongPollSeconds = 50;
 constexpr unsigned long kLongestId = 10'000'000'000'000'000'000U;  // the first of 20 digits
 
 std::string queuePath(unsigned int dsid) {
-  return "/v1/queues/" + std::to_string(isGlobalQueue(dsid) ? 0 : dsid);
+  return "/v1/queues/" + std::to_string(queueOf(dsid));
 }
 
 std::string eventsPath(unsigned int dsid) {
@@ -151,7 +151,7 @@ Destination DaemonQueues::destination(unsigned int dsid, bool exact) {
   if (!exact) return {dsid, kLongestId, true};
   const Statistics now = statistics();
   if (now.cluster) return {dsid, 0, false};
-  const auto queue = now.figures->find(isGlobalQueue(dsid) ? 0 : dsid);
+  const auto queue = now.figures->find(queueOf(dsid));
   return {dsid, (queue == now.figures->end() ? 0 : queue->second.highestId) + 1, true};
 }
 

@@ -27,7 +27,7 @@ unsigned int numberIn(const Call& call) {
   const auto dsid = static_cast<unsigned int>(
       requireNumber(call.argument("dsid"), std::numeric_limits<unsigned int>::max(),
                     "the number of the data selection"));
-  return isGlobalQueue(dsid) ? 0 : dsid;
+  return queueOf(dsid);
 }
 
 DataSelection selectionIn(const Call& call) {
