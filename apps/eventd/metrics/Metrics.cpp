@@ -118,7 +118,7 @@ void addClients(Families& families, const MetricsSnapshot& snapshot) {
   counter(families, "eventd_connections_refused_total", "Connections refused for one too many")
       .add(snapshot.connections.connectionsRefused);
   gauge(families, "eventd_waiting_readers", "Readers that wait for an event, streams included")
-      .add(counters.waitingReaders + counters.subscribers);
+      .add(counters.waitingReaders);
   gauge(families, "eventd_streams", "Open streams of events").add(counters.subscribers);
   counter(families, "eventd_failed_logins_total", "Requests with credentials that are not good")
       .add(snapshot.failedLogins);

@@ -70,10 +70,7 @@ std::optional<Waiting> QueueService::read(const ReadRequest& request, ReadDone d
   });
   if (!operation) return Waiting([] {});
   const auto reader = std::make_shared<WaitingReader>();
-  if (request.wait.count() > 0 && !(reader->place = core.waitingPlaces.take())) {
-    core.tally.refused("too-many-waiting");
-    return std::nullopt;
-  }
+  if (request.wait.count() > 0 && !(reader->place = core.waitingPlaces.take())) return std::nullopt;
   reader->request = request;
   reader->request.limit = std::max(1U, request.limit);
   reader->done = std::move(done);
@@ -127,10 +124,8 @@ std::optional<Subscription> QueueService::subscribe(unsigned int dsid,
                                                     Ended ended) {
   Core& core = m_parts->core;
   const auto subscriber = std::make_shared<Subscriber>();
-  if (!(subscriber->place = core.subscriberPlaces.take())) {
-    core.tally.refused("too-many-waiting");
-    return std::nullopt;
-  }
+  subscriber->place = core.subscriberPlaces.takeWith(core.waitingPlaces);
+  if (!subscriber->place) return std::nullopt;
   subscriber->queue = queueOf(dsid);
   subscriber->types = std::move(types);
   subscriber->deliver = std::move(deliver);

@@ -108,10 +108,10 @@ struct ServiceCounters {
   std::map<int, std::uint64_t> written;  // by type; of requests, not of the audit import
   std::uint64_t deleted = 0;
   std::uint64_t auditImports = 0;                // audit events taken in, at the start too
-  std::map<std::string, std::uint64_t> refused;  // events or requests: full, failed, too-long, ...
+  std::map<std::string, std::uint64_t> refused;  // events that were not stored: full, failed, ...
   std::uint64_t flushes = 0;
   std::uint64_t failedFlushes = 0;
-  std::uint64_t waitingReaders = 0;  // now
+  std::uint64_t waitingReaders = 0;  // now, subscribers among them
   std::uint64_t subscribers = 0;     // now
   std::uint64_t keyRows = 0;         // now
   std::optional<LastCheck> lastCheck;
