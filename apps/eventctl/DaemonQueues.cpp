@@ -69,6 +69,11 @@ std::vector<unsigned long> idsIn(const json& object) {
                                : found->get<std::vector<unsigned long>>();
 }
 
+Failure notKnown(const Failure& problem) {
+  return Failure(std::string(problem.what()) +
+                 "; whether the events were stored is not known: eventctl list shows them");
+}
+
 // The daemon speaks of itself, and to programs; here a person is told what to type.
 bool isUnknownSelection(const DaemonProblem& problem) {
   return problem.kind() == "unknown-data-selection";
@@ -181,6 +186,7 @@ StoreOutcome DaemonQueues::refusalOf(const DaemonProblem& problem, Events events
         "consume or delete events, or raise count_limit in OrbCentral.ini of the "
         "daemon's home";
   } else if (kind == "store-failed") {
+    if (!problem.members().contains("ids")) throw notKnown(problem);
     outcome.refusal = Refusal::kFailed;
     outcome.reason = "by the daemon: " + outcome.reason;
   } else if (kind == "invalid-event") {
@@ -218,8 +224,7 @@ json DaemonQueues::postWithoutKey(const HttpRequest& request) {
     return m_client.call(request);
   } catch (const NoAnswer& problem) {
     if (!problem.reached()) throw;
-    throw Failure(std::string(problem.what()) +
-                  "; whether the events were stored is not known: eventctl list shows them");
+    throw notKnown(problem);
   }
 }
 

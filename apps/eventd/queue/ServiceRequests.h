@@ -36,6 +36,7 @@ struct StoreResult {
   std::string problem;
   bool replayed = false;     // nothing was stored: the key was known, and these are its ids
   bool keyMismatch = false;  // the key was used with another body; nothing was stored
+  bool unsettled = false;    // a flush failed: nobody knows which are stored, and `ids` is empty
 };
 
 struct ReadRequest {
@@ -79,7 +80,7 @@ struct CheckResult {
 
 // Of adding or removing a data selection.
 struct ChangeResult {
-  std::string problem;  // empty: it is done
+  std::string problem;                                             // empty: it is done
   std::optional<SelectionRefused::Reason> refused = std::nullopt;  // nothing: the store has failed
 };
 

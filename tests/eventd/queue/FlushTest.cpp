@@ -110,12 +110,15 @@ TEST_F(Flush, ThatFailsIsToldToAllThatWait) {
   FaultVfs::failFlush(1, kForEver);
   std::vector<Pending<StoreResult>> stores;
   for (int i = 0; i < 8; ++i) stores.push_back(storeLater());
+  int unsettled = 0;
   for (auto& each : stores) {
     const StoreResult result = resultOf(each);
     EXPECT_EQ(result.code, EventSystem::kStoreFailure);
     EXPECT_THAT(result.ids, IsEmpty());
     EXPECT_NE(result.problem, "");
+    unsettled += result.unsettled ? 1 : 0;
   }
+  EXPECT_GE(unsettled, 1) << "one was stored before the flush";
   const EventApps::Readiness readiness = service().readiness();
   EXPECT_FALSE(readiness.ready);
   EXPECT_NE(readiness.why, "");
@@ -174,6 +177,7 @@ TEST_F(Flush, ThatFailsInStrictModeFailsItsEventOnly) {
   FaultVfs::failFlush(1);
   const StoreResult failed = store(eventsOf({"a"}));
   EXPECT_EQ(failed.code, EventSystem::kStoreFailure);
+  EXPECT_FALSE(failed.unsettled) << "it is not in the queue";
   const unsigned long id = storeOne();
   EXPECT_THAT(idsAfter(0), ElementsAre(1, id));
   EXPECT_TRUE(service().readiness().ready);
