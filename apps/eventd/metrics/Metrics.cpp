@@ -101,8 +101,8 @@ void addCounters(Families& families, const ServiceCounters& counters) {
   }
   counter(families, "eventd_events_deleted_total", "Events deleted for clients")
       .add(counters.deleted);
-  Family refused =
-      counter(families, "eventd_writes_refused_total", "What was not stored, by reason");
+  Family refused = counter(families, "eventd_writes_refused_total",
+                           "Events that the queues did not take, by reason");
   for (const auto& [reason, count] : counters.refused) refused.add(count, {{"reason", reason}});
   counter(families, "eventd_audit_imports_total", "Audit records taken in")
       .add(counters.auditImports);
