@@ -170,6 +170,39 @@ TEST_F(Flush, ThatLostEventsStopsTheServiceUntilARestart) {
   EXPECT_GT(storeOne(), 1u);
 }
 
+// A long request is shown to readers, and flushed, while it is still being stored.
+TEST_F(Flush, ThatFailsDuringALongRequestAcknowledgesNothingThatIsNotThere) {
+  constexpr std::size_t kEvents = 900;
+  for (const bool lose : {false, true}) {
+    for (const int flush : {1, 2, 3}) {
+      start();
+      const unsigned long first = storeOne();
+      FaultVfs::loseUnflushed(lose);
+      FaultVfs::failFlush(flush);
+      const StoreResult result = store(manyEvents(kEvents));
+      const bool hasFailed = service().counters().failedFlushes > 0;
+      FaultVfs::failFlush(0);
+      FaultVfs::loseUnflushed(false);
+      start();
+      Ids kept = idsAfter(first - 1);
+      ASSERT_FALSE(kept.empty());
+      EXPECT_EQ(kept.front(), first) << "it was acknowledged";
+      kept.erase(kept.begin());
+      EXPECT_TRUE(hasFailed || flush > 1);
+      if (result.code == 0) {
+        EXPECT_EQ(result.ids.size(), kEvents);
+      }
+      if (result.unsettled) {
+        EXPECT_THAT(result.ids, IsEmpty());
+      }
+      // Those that are named are there; of those that are not, nobody was told.
+      ASSERT_GE(kept.size(), result.ids.size()) << flush << (lose ? ", lost" : "");
+      kept.resize(result.ids.size());
+      EXPECT_EQ(kept, result.ids);
+    }
+  }
+}
+
 TEST_F(Flush, ThatFailsInStrictModeFailsItsEventOnly) {
   useDurability("strict");
   start();
