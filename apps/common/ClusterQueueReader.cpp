@@ -39,15 +39,11 @@ EventView viewOfEvent(const ClusterEvent& stored, unsigned int dsid) {
   return view;
 }
 
-unsigned int serviceDsid(unsigned int dsid) {
-  return isGlobalQueue(dsid) ? 0 : dsid;
-}
-
 }  // namespace
 
 void ClusterQueueReader::forEach(unsigned int dsid, unsigned long afterId,
                                  const Visitor& visit) const {
-  const unsigned int queue = serviceDsid(dsid);
+  const unsigned int queue = queueOf(dsid);
   ask([&] {
     m_service.forEach(queue, afterId,
                       [&](const ClusterEvent& event) { return visit(viewOfEvent(event, queue)); });
@@ -64,14 +60,14 @@ void ClusterQueueReader::forEachOfDataSelections(const Visitor& visit) const {
 }
 
 std::optional<EventView> ClusterQueueReader::find(unsigned long id, unsigned int dsid) const {
-  const unsigned int queue = serviceDsid(dsid);
+  const unsigned int queue = queueOf(dsid);
   const auto event = ask([&] { return m_service.find(id, queue); });
   if (!event) return std::nullopt;
   return viewOfEvent(*event, queue);
 }
 
 unsigned long ClusterQueueReader::highestId(unsigned int dsid) const {
-  return ask([&] { return m_service.highestId(serviceDsid(dsid)); });
+  return ask([&] { return m_service.highestId(queueOf(dsid)); });
 }
 
 }  // namespace EventApps

@@ -12,6 +12,7 @@ namespace EventApps {
 namespace {
 
 using EventSystemHost::Host;
+using Reason = SelectionRefused::Reason;
 
 constexpr const char* kTable = "dataselection";
 
@@ -40,8 +41,9 @@ void makeDurable(Host& host) {
 }
 
 [[noreturn]] void stillHolds(unsigned int dsid, unsigned long count, const std::string& advice) {
-  throw Failure("data selection " + std::to_string(dsid) + " still holds " + displayCount(count) +
-                (count == 1 ? " event" : " events") + advice);
+  throw SelectionRefused(Reason::kHoldsEvents, "data selection " + std::to_string(dsid) +
+                                                   " still holds " + displayCount(count) +
+                                                   (count == 1 ? " event" : " events") + advice);
 }
 
 // The next id of all data selections is found from the events of those that exist; at the cluster
@@ -88,11 +90,12 @@ std::vector<DataSelection> dataSelections() {
 void addDataSelection(Host& host, const DataSelection& selection) {
   const std::string id = std::to_string(selection.id);
   if (isGlobalQueue(selection.id)) {
-    throw Failure("data selection " + id + " is the global queue, which is always there");
+    throw SelectionRefused(Reason::kExists,
+                           "data selection " + id + " is the global queue, which is always there");
   }
   OrbDB::CTable table = openTable(host);
   if (table.readRecord(id.c_str()) == 0) {
-    throw Failure("data selection " + id + " exists already");
+    throw SelectionRefused(Reason::kExists, "data selection " + id + " exists already");
   }
   const std::string record =
       id + "," + std::to_string(selection.type) + "," + quoted(selection.name);
@@ -108,7 +111,7 @@ void removeDataSelection(Host& host, unsigned int dsid) {
   const std::string id = std::to_string(dsid);
   OrbDB::CTable table = openTable(host);
   if (table.readRecord(id.c_str()) != 0) {
-    throw Failure("data selection " + id + " does not exist");
+    throw SelectionRefused(Reason::kUnknown, "data selection " + id + " does not exist");
   }
   requireEmpty(host, dsid);
   if (table.deleteRecord(id.c_str()) != 0) {

@@ -30,8 +30,10 @@ class ImportLines {
   ImportLines(unsigned int dsid, Exists exists, DestinationOf destinationOf)
       : m_dsid(dsid), m_exists(std::move(exists)), m_destinationOf(std::move(destinationOf)) {}
 
-  // Blank lines and comments carry nothing.
-  static bool carriesEvent(const std::string& line) { return !line.empty() && line[0] != '#'; }
+  // Blank lines, blanks and tabs included, and comments carry nothing.
+  static bool carriesEvent(const std::string& line) {
+    return line.find_first_not_of(" \t") != std::string::npos && line[0] != '#';
+  }
 
   // An event that is returned is stored whole, and as the line has it.
   ImportedEvent read(std::string line) const;

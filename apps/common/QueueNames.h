@@ -14,6 +14,11 @@ constexpr bool isGlobalQueue(unsigned int dsid) {
   return dsid == 0 || dsid == 2;
 }
 
+// The number under which a queue is known: all that mean the global queue are 0.
+constexpr unsigned int queueOf(unsigned int dsid) {
+  return isGlobalQueue(dsid) ? 0 : dsid;
+}
+
 // "the global queue" or "the queue of data selection N".
 std::string queueName(unsigned int dsid);
 

@@ -18,6 +18,7 @@
 
 #include "apps/common/Display.h"
 #include "apps/common/Failure.h"
+#include "apps/common/Sha256.h"
 #include "host/Host.h"
 #include "host/config/EntryReader.h"
 #include "host/config/IniFile.h"
@@ -44,15 +45,6 @@ constexpr std::string_view kNameCharacters =
 bool isName(std::string_view name) {
   return !name.empty() && name.size() <= kLongestName &&
          name.find_first_not_of(kNameCharacters) == std::string_view::npos;
-}
-
-std::string sha256Of(std::string_view text) {
-  std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
-  unsigned int size = 0;
-  if (EVP_Digest(text.data(), text.size(), digest.data(), &size, EVP_sha256(), nullptr) != 1) {
-    throw Failure("the token cannot be hashed: OpenSSL has no SHA-256");
-  }
-  return hexOfBytes({reinterpret_cast<const char*>(digest.data()), size});
 }
 
 // base64url without padding (RFC 4648).

@@ -22,7 +22,7 @@ constexpr unsigned int kLongPollSeconds = 50;
 constexpr unsigned long kLongestId = 10'000'000'000'000'000'000U;  // the first of 20 digits
 
 std::string queuePath(unsigned int dsid) {
-  return "/v1/queues/" + std::to_string(isGlobalQueue(dsid) ? 0 : dsid);
+  return "/v1/queues/" + std::to_string(queueOf(dsid));
 }
 
 std::string eventsPath(unsigned int dsid) {
@@ -67,6 +67,11 @@ std::vector<unsigned long> idsIn(const json& object) {
   const auto found = object.find("ids");
   return found == object.end() ? std::vector<unsigned long>()
                                : found->get<std::vector<unsigned long>>();
+}
+
+Failure notKnown(const Failure& problem) {
+  return Failure(std::string(problem.what()) +
+                 "; whether the events were stored is not known: eventctl list shows them");
 }
 
 // The daemon speaks of itself, and to programs; here a person is told what to type.
@@ -151,7 +156,7 @@ Destination DaemonQueues::destination(unsigned int dsid, bool exact) {
   if (!exact) return {dsid, kLongestId, true};
   const Statistics now = statistics();
   if (now.cluster) return {dsid, 0, false};
-  const auto queue = now.figures->find(isGlobalQueue(dsid) ? 0 : dsid);
+  const auto queue = now.figures->find(queueOf(dsid));
   return {dsid, (queue == now.figures->end() ? 0 : queue->second.highestId) + 1, true};
 }
 
@@ -181,6 +186,7 @@ StoreOutcome DaemonQueues::refusalOf(const DaemonProblem& problem, Events events
         "consume or delete events, or raise count_limit in OrbCentral.ini of the "
         "daemon's home";
   } else if (kind == "store-failed") {
+    if (!problem.members().contains("ids")) throw notKnown(problem);
     outcome.refusal = Refusal::kFailed;
     outcome.reason = "by the daemon: " + outcome.reason;
   } else if (kind == "invalid-event") {
@@ -218,8 +224,7 @@ json DaemonQueues::postWithoutKey(const HttpRequest& request) {
     return m_client.call(request);
   } catch (const NoAnswer& problem) {
     if (!problem.reached()) throw;
-    throw Failure(std::string(problem.what()) +
-                  "; whether the events were stored is not known: eventctl list shows them");
+    throw notKnown(problem);
   }
 }
 

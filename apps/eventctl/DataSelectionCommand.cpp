@@ -1,7 +1,6 @@
 // `eventctl dataselection`: the table of data selections, which decides what queues there are.
 
 #include <algorithm>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -67,10 +66,8 @@ int runShowAll(const GlobalOptions& global) {
   return kDone;
 }
 
-// The tables hold the number of a data selection in a signed 32-bit column.
 void addId(CLI::App& command, unsigned int& id) {
-  constexpr auto kMost = static_cast<unsigned int>(std::numeric_limits<int>::max());
-  addNumber(command, "ID", id, "number of the data selection", 0U, kMost)->required();
+  addNumber(command, "ID", id, "number of the data selection", 0U, kHighestSelection)->required();
 }
 
 void defineSelectionAdd(CLI::App& parent, CommandLine& line) {

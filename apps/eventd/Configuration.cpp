@@ -26,6 +26,7 @@ constexpr std::size_t kMostWaiting = 1000000;
 constexpr double kMostRequests = 1e9;
 constexpr std::size_t kMostBatch = 1000000;
 constexpr std::size_t kLeastBytes = 1024;
+constexpr std::size_t kLeastBacklog = 131072;  // any event must fit into half of it
 constexpr std::size_t kMostBytes = std::size_t{1} << 30;
 
 EntryReader modeEntry(unsigned int& target) {
@@ -73,7 +74,7 @@ std::vector<KnownEntry> entriesInto(Configuration& to) {
       {"limits", "batch_events", numberEntry(limits.batchEvents, std::size_t{1}, kMostBatch)},
       {"limits", "idempotency_hours", durationEntry(limits.idempotency, 1, 8760)},
       {"limits", "stream_backlog_bytes",
-       numberEntry(limits.streamBacklogBytes, kLeastBytes, kMostBytes)},
+       numberEntry(limits.streamBacklogBytes, kLeastBacklog, kMostBytes)},
       {"limits", "heartbeat_ms", durationEntry(limits.heartbeat, 50, 3600000)},
       {"limits", "grace_seconds", durationEntry(limits.grace, 0, 3600)},
   };

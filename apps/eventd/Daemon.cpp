@@ -41,8 +41,7 @@ unsigned networkThreads() {
 
 ServiceLimits serviceLimits(const Configuration& configuration) {
   ServiceLimits limits;
-  limits.waitingReaders = configuration.limits.waiting;
-  limits.subscribers = configuration.limits.waiting;
+  limits.waiting = configuration.limits.waiting;
   limits.keyLife = configuration.limits.idempotency;
   return limits;
 }

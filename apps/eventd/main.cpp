@@ -18,6 +18,7 @@
 #include "apps/eventd/Signals.h"
 #include "apps/eventd/Systemd.h"
 #include "apps/eventd/Version.h"
+#include "apps/eventd/http/TlsContext.h"
 #include "host/Host.h"
 
 namespace {
@@ -92,6 +93,8 @@ Configuration configure(const Options& options, bool hasSockets) {
   Configuration configuration = loadConfiguration(homeOf(options), options.configuration);
   requireSafe(configuration, TokenFile::load(configuration.tokensFile));
   requireSomewhere(configuration, hasSockets);
+  const auto& tls = configuration.tls;
+  if (tls.listen) Http::loadTlsContext({tls.certificateFile, tls.keyFile, tls.clientAuthority});
   return configuration;
 }
 

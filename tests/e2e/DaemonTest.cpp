@@ -305,6 +305,21 @@ TEST_F(DaemonImport, SaysThatAnEventMayBeStoredWhereNobodyCanTell) {
   EXPECT_THAT(outcome.err, HasSubstr("whether the events were stored is not known"));
 }
 
+TEST_F(DaemonImport, SaysThatAnEventMayBeStoredWhereTheDaemonDoesNotKnow) {
+  always(problem(500, "store-failed", "a flush failed"));
+  const Outcome unknown = run({"add", "legacy", "--payload", "x"});
+  EXPECT_EQ(unknown.status, 1);
+  EXPECT_EQ(unknown.err,
+            "eventctl: a flush failed; whether the events were stored is not known: eventctl list "
+            "shows them\n");
+  m_daemon.reset();
+  std::filesystem::remove(socket());
+  always(problem(500, "store-failed", "the disk is full", R"(,"ids":[])"));
+  const Outcome known = run({"add", "legacy", "--payload", "x"});
+  EXPECT_EQ(known.status, 1);
+  EXPECT_EQ(known.err, "eventctl: the event was not stored by the daemon: the disk is full\n");
+}
+
 TEST_F(DaemonConsume, PrintsBeforeItDeletes) {
   const FakeDaemon& daemon = answer([](const FakeRequest& request) {
     return request.line.starts_with("DELETE") ? FakeAnswer{204, ""}

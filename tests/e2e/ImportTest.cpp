@@ -47,7 +47,7 @@ TEST_P(Import, ReadsStandardInput) {
 }
 
 TEST_P(Import, PassesOverBlankLinesAndComments) {
-  EXPECT_EQ(import("# one\n\n" + serverStatus("a") + "\n\r\n#two\r\n").out,
+  EXPECT_EQ(import("# one\n\n" + serverStatus("a") + "\n\r\n \t\r\n#two\r\n").out,
             "Imported 1, refused 0.\n");
 }
 

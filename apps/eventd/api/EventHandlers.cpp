@@ -79,7 +79,7 @@ Problem problemOf(const StoreResult& result, unsigned int dsid) {
             .detail = "the Idempotency-Key was used with another body; nothing was stored"};
   }
   if (problem.detail.empty()) problem.detail = queueName(dsid) + " does not take the events";
-  problem.members["ids"] = result.ids;
+  if (!result.unsettled) problem.members["ids"] = result.ids;
   if (problem.kind == ProblemKind::kInvalidEvent) problem.members["index"] = result.ids.size();
   return problem;
 }

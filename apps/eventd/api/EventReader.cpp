@@ -105,7 +105,7 @@ const EventKind& kindIn(const json& object) {
   }
   const EventKind* const kind =
       found->is_string() ? kindNamed(found->get_ref<const std::string&>()) : nullptr;
-  if (kind != nullptr) return *kind;
+  if (kind != nullptr && *found == kind->name) return *kind;  // not by its number
   std::string names;
   for (const EventKind& one : eventKinds())
     names.append(names.empty() ? "" : ", ").append(one.name);
@@ -159,7 +159,7 @@ std::unique_ptr<Event> eventOfString(std::string line, const Destination& destin
       destination.dsid, [](unsigned int) { return true; },
       [&](unsigned int) { return destination; });
   ImportedEvent imported = lines.read(std::move(line));
-  if (imported.event && imported.dsid != destination.dsid) {
+  if (imported.event && queueOf(imported.dsid) != destination.dsid) {
     refuse("it is meant for " + queueName(imported.dsid) + " and was sent to " +
            queueName(destination.dsid));
   }

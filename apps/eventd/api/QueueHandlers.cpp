@@ -27,7 +27,7 @@ unsigned int numberIn(const Call& call) {
   const auto dsid = static_cast<unsigned int>(
       requireNumber(call.argument("dsid"), std::numeric_limits<unsigned int>::max(),
                     "the number of the data selection"));
-  return isGlobalQueue(dsid) ? 0 : dsid;
+  return queueOf(dsid);
 }
 
 DataSelection selectionIn(const Call& call) {
@@ -53,11 +53,10 @@ DataSelection selectionIn(const Call& call) {
   return selection;
 }
 
-// What the change was refused for is told in words alone; that it could not be made, by the state.
-void failToChange(const CallPtr& call, const std::string& problem) {
-  const bool isConflict = problem.find("exists already") != std::string::npos ||
-                          problem.find("still holds") != std::string::npos;
-  call->fail(isConflict ? ProblemKind::kConflict : ProblemKind::kStoreFailed, problem);
+ProblemKind kindOf(const ChangeResult& result) {
+  if (!result.refused) return ProblemKind::kStoreFailed;
+  return *result.refused == SelectionRefused::Reason::kUnknown ? ProblemKind::kUnknownDataSelection
+                                                               : ProblemKind::kConflict;
 }
 
 }  // namespace
@@ -100,8 +99,12 @@ void addQueue(Services& services, const CallPtr& call) {
   if (isGlobalQueue(selection.id)) {
     throw Refused(ProblemKind::kConflict, "this is the global queue, which is always there");
   }
-  services.queues.addDataSelection(selection, [call, selection](const std::string& problem) {
-    if (!problem.empty()) return failToChange(call, problem);
+  if (selection.id > kHighestSelection) {
+    throw Refused(ProblemKind::kBadRequest,
+                  "the highest number of a data selection is " + std::to_string(kHighestSelection));
+  }
+  services.queues.addDataSelection(selection, [call, selection](const ChangeResult& result) {
+    if (!result.problem.empty()) return call->fail(kindOf(result), result.problem);
     const nlohmann::ordered_json object = {
         {"dsid", selection.id}, {"name", selection.name}, {"type", selection.type}};
     call->answer({201, "application/json", jsonLine(object) + "\n", {}});
@@ -114,8 +117,8 @@ void removeQueue(Services& services, const CallPtr& call) {
   if (isGlobalQueue(dsid)) {
     throw Refused(ProblemKind::kConflict, "this is the global queue, which stays");
   }
-  services.queues.removeDataSelection(dsid, [call](const std::string& problem) {
-    if (!problem.empty()) return failToChange(call, problem);
+  services.queues.removeDataSelection(dsid, [call](const ChangeResult& result) {
+    if (!result.problem.empty()) return call->fail(kindOf(result), result.problem);
     call->answer({204, "", "", {}});
   });
 }

@@ -67,7 +67,7 @@ ordered_json statsOf(const Services& services, const FiguresSnapshot& figures) {
       {"ageLimitDays", limitOf(services, configuration.ageLimitDays)},
       {"bytes", {{"database", disk.database}, {"wal", disk.wal}, {"diskFree", disk.free}}},
       {"startTime", services.startTime},
-      {"waiting", counters.waitingReaders + counters.subscribers},
+      {"waiting", counters.waitingReaders},
       {"connections", services.connections().connectionsOpen},
       {"rates", jsonOfRates(services.rates.values())}};
   if (auto* const cluster = services.host.cluster()) {

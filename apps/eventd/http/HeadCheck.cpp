@@ -34,6 +34,15 @@ void checkHost(const Request& head, unsigned version) {
   if (!hosts.empty() && !isHost(hosts[0])) refuse("The Host header names no host.");
 }
 
+// What stands before this server may look at one of two, and this server at the other.
+void checkSingles(const Request& head) {
+  for (const char* const name : {"Authorization", "Content-Type", "Last-Event-ID"}) {
+    if (valuesOf(head, name).size() > 1) {
+      refuse(std::string("There is more than one ") + name + " header.");
+    }
+  }
+}
+
 void checkLength(const Request& head, unsigned version) {
   const std::vector<std::string_view> lengths = valuesOf(head, "Content-Length");
   const std::vector<std::string_view> encodings = valuesOf(head, "Transfer-Encoding");
@@ -65,6 +74,7 @@ void checkHead(const Request& head, unsigned version) {
   if (version != 10 && version != 11) refuse("This server speaks HTTP/1.1.", 505);
   if (head.method == "CONNECT") refuse("This server is no proxy.", 501);
   checkHost(head, version);
+  checkSingles(head);
   checkLength(head, version);
   checkExpectation(head);
 }

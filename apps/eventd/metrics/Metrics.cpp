@@ -101,8 +101,8 @@ void addCounters(Families& families, const ServiceCounters& counters) {
   }
   counter(families, "eventd_events_deleted_total", "Events deleted for clients")
       .add(counters.deleted);
-  Family refused =
-      counter(families, "eventd_writes_refused_total", "What was not stored, by reason");
+  Family refused = counter(families, "eventd_writes_refused_total",
+                           "Events that the queues did not take, by reason");
   for (const auto& [reason, count] : counters.refused) refused.add(count, {{"reason", reason}});
   counter(families, "eventd_audit_imports_total", "Audit records taken in")
       .add(counters.auditImports);
@@ -118,7 +118,7 @@ void addClients(Families& families, const MetricsSnapshot& snapshot) {
   counter(families, "eventd_connections_refused_total", "Connections refused for one too many")
       .add(snapshot.connections.connectionsRefused);
   gauge(families, "eventd_waiting_readers", "Readers that wait for an event, streams included")
-      .add(counters.waitingReaders + counters.subscribers);
+      .add(counters.waitingReaders);
   gauge(families, "eventd_streams", "Open streams of events").add(counters.subscribers);
   counter(families, "eventd_failed_logins_total", "Requests with credentials that are not good")
       .add(snapshot.failedLogins);

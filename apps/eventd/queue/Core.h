@@ -62,8 +62,8 @@ class Core {
   Operations operations;
   Tally tally;
   Health health;
-  Places waitingPlaces;
-  Places subscriberPlaces;
+  Places waitingPlaces;                   // of subscribers, too
+  Places subscriberPlaces;                // these are counted
   const std::shared_ptr<Worker> answers;  // handles outlive it
   Worker walker;                          // walks over whole queues
 

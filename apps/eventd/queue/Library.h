@@ -21,11 +21,6 @@
 
 namespace EventApps {
 
-// The number under which a queue is known: all that mean the global queue are 0.
-constexpr unsigned int queueOf(unsigned int dsid) {
-  return isGlobalQueue(dsid) ? 0 : dsid;
-}
-
 // Events that are new in a queue: all that there are above `from`.
 struct Arrivals {
   unsigned int queue = 0;

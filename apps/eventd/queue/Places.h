@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cstddef>
 #include <memory>
+#include <utility>
 
 namespace EventApps {
 
@@ -25,6 +26,13 @@ class Places {
       return nullptr;
     }
     return {m_count.get(), [count = m_count](void*) { --*count; }};
+  }
+
+  // One here and one of `others`; null when either has none.
+  Taken takeWith(Places& others) {
+    auto both = std::make_pair(take(), others.take());
+    if (!both.first || !both.second) return nullptr;
+    return std::make_shared<std::pair<Taken, Taken>>(std::move(both));
   }
 
   std::size_t taken() const { return *m_count; }

@@ -70,10 +70,7 @@ std::optional<Waiting> QueueService::read(const ReadRequest& request, ReadDone d
   });
   if (!operation) return Waiting([] {});
   const auto reader = std::make_shared<WaitingReader>();
-  if (request.wait.count() > 0 && !(reader->place = core.waitingPlaces.take())) {
-    core.tally.refused("too-many-waiting");
-    return std::nullopt;
-  }
+  if (request.wait.count() > 0 && !(reader->place = core.waitingPlaces.take())) return std::nullopt;
   reader->request = request;
   reader->request.limit = std::max(1U, request.limit);
   reader->done = std::move(done);
@@ -127,10 +124,8 @@ std::optional<Subscription> QueueService::subscribe(unsigned int dsid,
                                                     Ended ended) {
   Core& core = m_parts->core;
   const auto subscriber = std::make_shared<Subscriber>();
-  if (!(subscriber->place = core.subscriberPlaces.take())) {
-    core.tally.refused("too-many-waiting");
-    return std::nullopt;
-  }
+  subscriber->place = core.subscriberPlaces.takeWith(core.waitingPlaces);
+  if (!subscriber->place) return std::nullopt;
   subscriber->queue = queueOf(dsid);
   subscriber->types = std::move(types);
   subscriber->deliver = std::move(deliver);
@@ -254,18 +249,22 @@ void QueueService::check(bool fix, std::function<void(CheckResult)> done) {
 
 // What `call` does is durable when it returns.
 void QueueService::Parts::change(const char* name, std::function<void()> call, Changed done) {
-  const auto operation = begin(name, [done] { done(kEnding); });
+  const auto operation = begin(name, [done] { done({kEnding}); });
   if (!operation) return;
-  const auto answer = [this, operation, done](const std::string& problem) {
+  const auto answer = [this, operation, done](const ChangeResult& result) {
     core.figures.noteChange();
-    core.answer([operation, done, problem](int) { done(problem); });
+    core.answer([operation, done, result](int) { done(result); });
   };
   core.run(std::make_shared<CallTask>(
       [call = std::move(call), answer] {
-        call();
-        answer("");
+        try {
+          call();
+          answer({});
+        } catch (const SelectionRefused& refused) {
+          answer({refused.what(), refused.reason()});
+        }
       },
-      answer));
+      [answer](const std::string& why) { answer({why}); }));
 }
 
 void QueueService::addDataSelection(const DataSelection& selection, Changed done) {

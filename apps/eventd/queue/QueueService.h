@@ -75,8 +75,7 @@ class QueueService {
   // Reads every event, and holds up everything else meanwhile.
   void check(bool fix, std::function<void(CheckResult)> done);
 
-  // An empty problem is success.
-  using Changed = std::function<void(std::string problem)>;
+  using Changed = std::function<void(const ChangeResult&)>;
   void addDataSelection(const DataSelection& selection, Changed done);
   void removeDataSelection(unsigned int dsid, Changed done);
 

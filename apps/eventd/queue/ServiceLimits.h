@@ -11,9 +11,8 @@
 namespace EventApps {
 
 struct ServiceLimits {
-  // Readers that wait for an event, and subscribers, at one time; more are refused.
-  std::size_t waitingReaders = 4096;
-  std::size_t subscribers = 1024;
+  // Readers that wait for an event, subscribers among them, at one time; more are refused.
+  std::size_t waiting = 4096;
 
   // The newest events of each queue that are kept for readers, in number and in bytes.
   std::size_t keptEvents = 4096;

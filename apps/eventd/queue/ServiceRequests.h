@@ -36,6 +36,7 @@ struct StoreResult {
   std::string problem;
   bool replayed = false;     // nothing was stored: the key was known, and these are its ids
   bool keyMismatch = false;  // the key was used with another body; nothing was stored
+  bool unsettled = false;    // a flush failed: nobody knows which are stored, and `ids` is empty
 };
 
 struct ReadRequest {
@@ -77,6 +78,12 @@ struct CheckResult {
   std::string problem;  // not empty: it could not be made
 };
 
+// Of adding or removing a data selection.
+struct ChangeResult {
+  std::string problem;                                             // empty: it is done
+  std::optional<SelectionRefused::Reason> refused = std::nullopt;  // nothing: the store has failed
+};
+
 // Queues as they were at one moment.
 struct FiguresSnapshot {
   Figures queues;
@@ -102,10 +109,10 @@ struct ServiceCounters {
   std::map<int, std::uint64_t> written;  // by type; of requests, not of the audit import
   std::uint64_t deleted = 0;
   std::uint64_t auditImports = 0;                // audit events taken in, at the start too
-  std::map<std::string, std::uint64_t> refused;  // events or requests: full, failed, too-long, ...
+  std::map<std::string, std::uint64_t> refused;  // events that were not stored: full, failed, ...
   std::uint64_t flushes = 0;
   std::uint64_t failedFlushes = 0;
-  std::uint64_t waitingReaders = 0;  // now
+  std::uint64_t waitingReaders = 0;  // now, subscribers among them
   std::uint64_t subscribers = 0;     // now
   std::uint64_t keyRows = 0;         // now
   std::optional<LastCheck> lastCheck;

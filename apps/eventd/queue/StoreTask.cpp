@@ -122,7 +122,10 @@ void StoreTask::answer() {
 void StoreTask::answered(int status) {
   if (status != 0 && !m_result.ids.empty()) {
     m_core.tally.refused("failed", m_result.ids.size());
-    m_result = {EventSystem::kStoreFailure, {}, m_core.flushProblem(status)};
+    m_result = {.code = EventSystem::kStoreFailure,
+                .ids = {},
+                .problem = m_core.flushProblem(status),
+                .unsettled = true};
   }
   count();
   m_done(std::move(m_result));

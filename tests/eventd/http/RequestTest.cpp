@@ -220,6 +220,10 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         RefusedCase{"BadEscape", "GET /%zz HTTP/1.1\r\nHost: h\r\n\r\n", 400},
         RefusedCase{"SecondHost", "GET / HTTP/1.1\r\nHost: h\r\nHost: g\r\n\r\n", 400},
+        RefusedCase{"SecondAuthorization",
+                    "GET / HTTP/1.1\r\nHost: h\r\nAuthorization: Bearer a\r\n"
+                    "authorization: Bearer b\r\n\r\n",
+                    400},
         RefusedCase{"LengthAndChunked",
                     "POST / HTTP/1.1\r\nHost: h\r\nContent-Length: 5\r\n"
                     "Transfer-Encoding: chunked\r\n\r\n0\r\n\r\nGET /hello HTTP/1.1\r\n\r\n",

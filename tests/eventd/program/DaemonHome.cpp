@@ -13,6 +13,16 @@ namespace EventSystemTest {
 namespace {
 
 constexpr int kOften = 50;  // milliseconds between looks
+constexpr const char* kShell = "/bin/bash";
+
+// What makes a shell become the daemon, with the socket as its first one.
+std::vector<std::string> withSocket(int socket, const std::filesystem::path& home) {
+  constexpr const char* kFirst = "3";
+  const std::string given = std::to_string(socket);
+  std::string script = "LISTEN_PID=$$ LISTEN_FDS=1 exec \"$@\"";
+  if (given != kFirst) script.append(" 3<&").append(given).append(" ").append(given).append("<&-");
+  return {"-c", script, kShell, EVENTCTL_PROGRAM, "--home", home.string()};
+}
 
 }  // namespace
 
@@ -55,6 +65,16 @@ void DaemonHome::start(const std::vector<std::string>& arguments,
   all.insert(all.end(), arguments.begin(), arguments.end());
   Surroundings surroundings;
   surroundings.environment = environment;
+  launch(all, std::move(surroundings));
+}
+
+void DaemonHome::startWith(int socket) {
+  Surroundings surroundings;
+  surroundings.program = kShell;
+  launch(withSocket(socket, home()), std::move(surroundings));
+}
+
+void DaemonHome::launch(const std::vector<std::string>& all, Surroundings surroundings) {
   surroundings.environment.push_back("NOTIFY_SOCKET=" + m_notifications.path().string());
   while (!m_notifications.next(0).empty()) {  // of the one before
   }
@@ -77,6 +97,20 @@ Outcome DaemonHome::run(const std::vector<std::string>& arguments) const {
   std::vector<std::string> all = {"--home", home().string()};
   all.insert(all.end(), arguments.begin(), arguments.end());
   return runProgram(all);
+}
+
+Outcome DaemonHome::runWith(int socket) const {
+  Surroundings surroundings;
+  surroundings.program = kShell;
+  return runProgram(withSocket(socket, home()), surroundings);
+}
+
+Outcome DaemonHome::eventctl(const std::vector<std::string>& arguments) const {
+  std::vector<std::string> all = {"--home", home().string()};
+  all.insert(all.end(), arguments.begin(), arguments.end());
+  Surroundings surroundings;
+  surroundings.program = EVENTCTL;
+  return runProgram(all, surroundings);
 }
 
 Outcome DaemonHome::stop() {

@@ -52,8 +52,13 @@ class DaemonHome : public ::testing::Test {
   // Starts the daemon and waits until it says that it is ready.
   void start(const std::vector<std::string>& arguments = {},
              const std::vector<std::string>& environment = {});
+  // The same as a service manager does it, which has made a socket that listens.
+  void startWith(int socket);
   // Starts it where it is to end by itself.
   Outcome run(const std::vector<std::string>& arguments = {}) const;
+  Outcome runWith(int socket) const;
+  // Runs eventctl to its end, in this home.
+  Outcome eventctl(const std::vector<std::string>& arguments) const;
   // Ends it in good order; its exit status and what it said.
   Outcome stop();
   void kill();
@@ -76,6 +81,7 @@ class DaemonHome : public ::testing::Test {
   std::vector<unsigned long> ids(unsigned int dsid = 0) const;
 
  private:
+  void launch(const std::vector<std::string>& all, Surroundings surroundings);
   bool hasEnded() const;
 
   TempDir m_directory;

@@ -72,7 +72,7 @@ TEST_F(Events, AreTakenInAllForms) {
   EXPECT_EQ(
       post(kEvents, statusEvent("c") + "\r\n\n" + statusEvent("d"), "application/x-ndjson").status,
       201U);
-  const Reply lines = post(kEvents, "# comment\n\n" + line + "\xff;}}\r\n" + line + "f;}}",
+  const Reply lines = post(kEvents, "# comment\n\n \t\n" + line + "\xff;}}\r\n" + line + "f;}}",
                            "text/plain; charset=utf-8");
   EXPECT_EQ(jsonOf(lines), json::parse(R"({"ids":[5,6]})"));
   const json events = jsonOf(get(kEvents))["events"];
@@ -80,6 +80,19 @@ TEST_F(Events, AreTakenInAllForms) {
   EXPECT_EQ(events[1]["date"], 1700000000);
   EXPECT_EQ(events[1]["id"], 2);
   EXPECT_THAT(events[4]["eventStringHex"].get<std::string>(), HasSubstr("ff3b7d7d"));
+}
+
+TEST_F(Events, MayNameTheQueueThatTheyAreSentTo) {
+  start();
+  addDataSelection(7);
+  const std::string line =
+      "EVENT{version:1;type:4;id:99;date:1700000000;SERVERSTATUSEVENT{state:2;server:a;}}";
+  for (const char* const queue : {"dsid=0 ", "dsid=2 "}) {
+    EXPECT_EQ(post(kEvents, queue + line, "text/plain").status, 201U) << queue;
+  }
+  EXPECT_EQ(post("/v1/queues/7/events", "dsid=7 " + line, "text/plain").status, 201U);
+  EXPECT_EQ(refusal("dsid=7 " + line, "text/plain"), "422 invalid-event");
+  EXPECT_THAT(problem()["detail"].get<std::string>(), HasSubstr("data selection 7"));
 }
 
 TEST_F(Events, ThatAreWrongAreToldWithPlaceAndField) {
@@ -119,6 +132,7 @@ TEST_F(Events, AreRefusedForWhatTheyAre) {
         fields(R"({"server":"a\u0000b","state":1})"),
         fields(R"({"server":"a\nb","state":1})"),
         fields("{\"server\":\"" + std::string(125, 'x') + "\",\"state\":1}"),
+        std::string(R"({"kind":"4","fields":{"server":"a","state":1}})"),
         std::string(R"({"kind":"serverstatus","fields":{"server":"a","state":1},"date":0})"),
         std::string(R"({"kind":"serverstatus","fields":{"server":"a","state":1},"date":-1})"),
         std::string(
@@ -196,6 +210,7 @@ TEST_F(Events, AreFilteredByKind) {
   add("b");
   EXPECT_EQ(jsonOf(get("/v1/queues/0/events?type=legacy"))["events"].size(), 1U);
   EXPECT_EQ(jsonOf(get("/v1/queues/0/events?type=legacy,serverstatus"))["events"].size(), 3U);
+  EXPECT_EQ(jsonOf(get("/v1/queues/0/events?type=1"))["events"].size(), 1U);
   EXPECT_EQ(jsonOf(get("/v1/queues/0/events?type=audit"))["events"].size(), 0U);
 }
 

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -29,6 +30,33 @@ class Lifecycle : public DaemonHome {
     const Outcome outcome = run(arguments);
     EXPECT_EQ(outcome.status, 2) << ini << outcome.err;
     return outcome.err;
+  }
+  // Certificates for this machine, and a token, where eventd.ini says that they are.
+  void showCertificates(const Certificates& certificates,
+                        const std::string& address = "127.0.0.1") const {
+    certificates.sign("server", "localhost", "serverAuth");
+    for (const char* const name : {"server.crt", "server.key"}) {
+      std::filesystem::copy(certificates.file(name), home() / name,
+                            std::filesystem::copy_options::overwrite_existing);
+    }
+    write("eventd.ini", "[tls]\nlisten = " + address +
+                            ":0\ncertificate_file = server.crt\nkey_file = server.key\n");
+    if (!std::filesystem::exists(home() / "token")) {
+      write("token", makeToken("one", EventApps::Role::kWrite) + "\n");
+    }
+  }
+  // What eventctl says over TLS; without an authority it has that of the system.
+  Outcome ask(const std::string& host, const std::filesystem::path& authority,
+              std::vector<std::string> command) const {
+    if (command.front() == "add") command.insert(command.end(), {"--payload", "x"});
+    if (!authority.empty()) command.insert(command.end(), {"--ca-file", authority.string()});
+    command.insert(command.end(), {"--token-file", (home() / "token").string(), "--url",
+                                   "https://" + host + ":" + std::to_string(port("https"))});
+    return eventctl(command);
+  }
+  bool trusts(const Certificates& certificates) const {
+    RawClient client(port("https"));
+    return client.startTls(certificates.authority(), {}, {});
   }
   std::string place() const { return "eventd: " + (home() / "eventd.ini").string() + ": "; }
 };
@@ -58,7 +86,7 @@ TEST_F(Lifecycle, RefusesWhatItDoesNotKnowOrAllow) {
       {"limits", "batch_events = 0"},
       {"limits", "idempotency_hours = 0"},
       {"limits", "heartbeat_ms = 1"},
-      {"limits", "stream_backlog_bytes = 5"},
+      {"limits", "stream_backlog_bytes = 131071"},
       {"limits", "grace_seconds = 1.5"}};
   for (const auto& [section, entry] : wrong) {
     const std::string name = entry.substr(0, entry.find(' '));
@@ -95,6 +123,16 @@ TEST_F(Lifecycle, ChecksAConfigurationWithoutStarting) {
   EXPECT_THAT(refusal("[limits]\nburst = x\n", {"--check-config"}), HasSubstr("[limits] burst"));
   EXPECT_THAT(refusal("", {"--config", "/nowhere/eventd.ini"}),
               HasSubstr("/nowhere/eventd.ini: there is no such file"));
+}
+
+TEST_F(Lifecycle, ChecksTheFilesOfTlsWithItsConfiguration) {
+  makeToken("one", EventApps::Role::kRead);
+  const std::string ini = "[tls]\nlisten = 127.0.0.1:0\ncertificate_file = c\nkey_file = k\n";
+  const std::vector<std::vector<std::string>> ways = {{}, {"--check-config"}};
+  for (const auto& arguments : ways) {
+    EXPECT_THAT(refusal(ini, arguments),
+                HasSubstr("The certificate cannot be read from " + (home() / "c").string()));
+  }
 }
 
 TEST_F(Lifecycle, SaysWhatIsWrongWithItsCommandLine) {
@@ -192,6 +230,101 @@ TEST_F(Lifecycle, ServesOverTls) {
   RawClient nobody(port("https"));
   ASSERT_TRUE(nobody.startTls(certificates.authority(), {}, {}));
   EXPECT_EQ(nobody.ask("/v1/whoami").status, 401U);
+}
+
+TEST_F(Lifecycle, ShowsTheCertificateThatItHasReadAgain) {
+  const Certificates before;
+  const Certificates after;
+  showCertificates(before);
+  start();
+  EXPECT_TRUE(trusts(before));
+  showCertificates(after);
+  EXPECT_FALSE(trusts(after));
+  program().signal(SIGHUP);
+  EXPECT_THAT(notifications().next(120000), HasSubstr("RELOADING=1"));
+  EXPECT_THAT(notifications().next(120000), HasSubstr("READY=1"));
+  EXPECT_TRUE(trusts(after));
+  EXPECT_FALSE(trusts(before));
+}
+
+TEST_F(Lifecycle, ServesEventctlOverTls) {
+  const Certificates certificates;
+  showCertificates(certificates);
+  start();
+  const Outcome added = ask("localhost", certificates.authority(), {"add", "legacy"});
+  EXPECT_EQ(added.status, 0) << added.err;
+  EXPECT_EQ(added.out, "1\n");
+  EXPECT_THAT(ask("127.0.0.1", certificates.authority(), {"show", "1"}).out, HasSubstr("legacy"));
+}
+
+TEST_F(Lifecycle, IsNotToldATokenByEventctlWhenItMayBeAnother) {
+  const Certificates certificates;
+  const Certificates others;
+  showCertificates(certificates, "127.0.0.2");
+  start();
+  for (const auto& authority :
+       {certificates.authority(), others.authority(), std::filesystem::path()}) {
+    const Outcome outcome = ask("127.0.0.2", authority, {"add", "legacy"});
+    EXPECT_EQ(outcome.status, 1) << "no certificate is good for that address";
+    EXPECT_THAT(outcome.err, HasSubstr("does not answer: "));
+  }
+  EXPECT_EQ(jsonOf(get("/v1/queues"))["queues"][0]["count"], 0);
+  EXPECT_THAT(log(), Not(HasSubstr("token:one")));
+}
+
+// A socket that listens, as a service manager makes it.
+class GivenSocket {
+ public:
+  explicit GivenSocket(const std::filesystem::path& path)
+      : m_socket(::socket(AF_UNIX, SOCK_STREAM, 0)) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.string().copy(address.sun_path, sizeof address.sun_path - 1);
+    listenAt(reinterpret_cast<const sockaddr*>(&address), sizeof address);
+  }
+  // On TCP, at an address of IPv4.
+  explicit GivenSocket(in_addr_t host) : m_socket(::socket(AF_INET, SOCK_STREAM, 0)) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(host);
+    listenAt(reinterpret_cast<const sockaddr*>(&address), sizeof address);
+  }
+
+  int get() const { return m_socket.get(); }
+
+ private:
+  void listenAt(const sockaddr* address, socklen_t size) {
+    EXPECT_EQ(::bind(m_socket.get(), address, size), 0);
+    EXPECT_EQ(::listen(m_socket.get(), 8), 0);
+  }
+
+  EtcdNodes::Descriptor m_socket;
+};
+
+TEST_F(Lifecycle, TakesTheSocketOfTheServiceManagerInsteadOfItsOwn) {
+  const auto path = home() / "given.sock";
+  const GivenSocket given(path);
+  startWith(given.get());
+  RawClient client(path);
+  EXPECT_EQ(client.ask("/healthz").status, 200U);
+  EXPECT_FALSE(std::filesystem::exists(socket()));
+  EXPECT_EQ(stop().status, 0);
+  EXPECT_TRUE(std::filesystem::exists(path)) << "it is the service manager's";
+  startWith(given.get());
+  RawClient again(path);
+  EXPECT_EQ(again.ask("/v1/queues").status, 200U);
+}
+
+TEST_F(Lifecycle, RefusesASocketOfTheServiceManagerThatAnybodyCouldUse) {
+  const GivenSocket here(INADDR_LOOPBACK);
+  const Outcome open = runWith(here.get());
+  EXPECT_NE(open.status, 0);
+  EXPECT_THAT(open.err, HasSubstr("there are no tokens"));
+  makeToken("one", EventApps::Role::kRead);
+  const GivenSocket everywhere(INADDR_ANY);
+  const Outcome clear = runWith(everywhere.get());
+  EXPECT_NE(clear.status, 0);
+  EXPECT_THAT(clear.err, HasSubstr("is not a loopback address"));
 }
 
 }  // namespace

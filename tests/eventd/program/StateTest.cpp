@@ -94,6 +94,10 @@ TEST_F(State, KnowsDataSelections) {
   EXPECT_EQ(jsonOf(added), json::parse(R"({"dsid":7,"name":"nightly","type":9})"));
   EXPECT_EQ(problemName(put("/v1/queues/7", "{}")), "conflict");
   EXPECT_EQ(problemName(put("/v1/queues/0", "{}")), "conflict");
+  EXPECT_EQ(put("/v1/queues/2147483647", "{}").status, 201U);
+  for (const char* dsid : {"2147483648", "4294967295", "4294967296", "-1", "x"}) {
+    EXPECT_EQ(problemName(put("/v1/queues/" + std::string(dsid), "{}")), "bad-request") << dsid;
+  }
   for (const char* body : {"{\"name\":7}", "{\"type\":\"9\"}", "{\"type\":-1}", "{\"x\":1}",
                            "{\"name\":\"a\\u0007\"}", "{\"type\":4294967296}"}) {
     EXPECT_EQ(problemName(put("/v1/queues/8", body)), "bad-request") << body;

@@ -112,7 +112,7 @@ TEST_F(Stream, EndsForAClientThatHasGone) {
 // A slow reader is sent what it takes; what is not sent yet does not gather in memory, nor is it
 // lost.
 TEST_F(Stream, OfABacklogLargerThanItsBufferIsComplete) {
-  write("eventd.ini", "[limits]\nstream_backlog_bytes = 16384\n");
+  write("eventd.ini", "[limits]\nstream_backlog_bytes = 131072\n");
   start();
   std::string body;
   for (int i = 0; i < 3000; ++i) body += statusEvent("server-" + std::to_string(i)) + "\n";
@@ -124,6 +124,19 @@ TEST_F(Stream, OfABacklogLargerThanItsBufferIsComplete) {
     at = received.find("id: " + std::to_string(id) + "\n", at);
     ASSERT_NE(at, std::string::npos) << id;
   }
+}
+
+// A control character takes six times its place in JSON, and stands there twice.
+TEST_F(Stream, OfTheLongestEventsFitsTheSmallestBuffer) {
+  write("eventd.ini", "[limits]\nstream_backlog_bytes = 131072\n");
+  start();
+  const json event = {{"kind", "imagerep"},
+                      {"fields", {{"size", 1}, {"path", std::string(1900, '\x01')}}}};
+  for (int i = 0; i < 50; ++i) {
+    ASSERT_EQ(post("/v1/queues/0/events", event.dump()).status, 201U);
+  }
+  RawClient client = open(std::string(kStream) + "?after=0");
+  EXPECT_THAT(until(client, "id: 50\n"), HasSubstr("id: 49\n"));
 }
 
 TEST_F(Stream, EndsWhenTheDaemonStops) {

@@ -110,12 +110,15 @@ TEST_F(Flush, ThatFailsIsToldToAllThatWait) {
   FaultVfs::failFlush(1, kForEver);
   std::vector<Pending<StoreResult>> stores;
   for (int i = 0; i < 8; ++i) stores.push_back(storeLater());
+  int unsettled = 0;
   for (auto& each : stores) {
     const StoreResult result = resultOf(each);
     EXPECT_EQ(result.code, EventSystem::kStoreFailure);
     EXPECT_THAT(result.ids, IsEmpty());
     EXPECT_NE(result.problem, "");
+    unsettled += result.unsettled ? 1 : 0;
   }
+  EXPECT_GE(unsettled, 1) << "one was stored before the flush";
   const EventApps::Readiness readiness = service().readiness();
   EXPECT_FALSE(readiness.ready);
   EXPECT_NE(readiness.why, "");
@@ -167,6 +170,39 @@ TEST_F(Flush, ThatLostEventsStopsTheServiceUntilARestart) {
   EXPECT_GT(storeOne(), 1u);
 }
 
+// A long request is shown to readers, and flushed, while it is still being stored.
+TEST_F(Flush, ThatFailsDuringALongRequestAcknowledgesNothingThatIsNotThere) {
+  constexpr std::size_t kEvents = 900;
+  for (const bool lose : {false, true}) {
+    for (const int flush : {1, 2, 3}) {
+      start();
+      const unsigned long first = storeOne();
+      FaultVfs::loseUnflushed(lose);
+      FaultVfs::failFlush(flush);
+      const StoreResult result = store(manyEvents(kEvents));
+      const bool hasFailed = service().counters().failedFlushes > 0;
+      FaultVfs::failFlush(0);
+      FaultVfs::loseUnflushed(false);
+      start();
+      Ids kept = idsAfter(first - 1);
+      ASSERT_FALSE(kept.empty());
+      EXPECT_EQ(kept.front(), first) << "it was acknowledged";
+      kept.erase(kept.begin());
+      EXPECT_TRUE(hasFailed || flush > 1);
+      if (result.code == 0) {
+        EXPECT_EQ(result.ids.size(), kEvents);
+      }
+      if (result.unsettled) {
+        EXPECT_THAT(result.ids, IsEmpty());
+      }
+      // Those that are named are there; of those that are not, nobody was told.
+      ASSERT_GE(kept.size(), result.ids.size()) << flush << (lose ? ", lost" : "");
+      kept.resize(result.ids.size());
+      EXPECT_EQ(kept, result.ids);
+    }
+  }
+}
+
 TEST_F(Flush, ThatFailsInStrictModeFailsItsEventOnly) {
   useDurability("strict");
   start();
@@ -174,6 +210,7 @@ TEST_F(Flush, ThatFailsInStrictModeFailsItsEventOnly) {
   FaultVfs::failFlush(1);
   const StoreResult failed = store(eventsOf({"a"}));
   EXPECT_EQ(failed.code, EventSystem::kStoreFailure);
+  EXPECT_FALSE(failed.unsettled) << "it is not in the queue";
   const unsigned long id = storeOne();
   EXPECT_THAT(idsAfter(0), ElementsAre(1, id));
   EXPECT_TRUE(service().readiness().ready);
@@ -205,6 +242,14 @@ TEST_F(Flush, ThatFailsDoesNotPartAnEventFromItsKey) {
     }
   }
   EXPECT_GE(failures, 2);
+}
+
+TEST_F(Flush, ThatFailsIsNoRefusalOfADataSelection) {
+  start();
+  FaultVfs::failFlush(1);
+  const EventApps::ChangeResult failed = addDataSelection(5);
+  EXPECT_NE(failed.problem, "");
+  EXPECT_EQ(failed.refused, std::nullopt);
 }
 
 TEST_F(Flush, IsMeasured) {

@@ -181,6 +181,18 @@ TEST(PlacesToWait, AreBoundedAndComeBack) {
   EXPECT_TRUE(places.take());
 }
 
+TEST(PlacesToWait, AreTakenInBothOrInNeither) {
+  EventApps::Places few(1);
+  EventApps::Places many(2);
+  auto both = few.takeWith(many);
+  EXPECT_TRUE(both);
+  EXPECT_FALSE(few.takeWith(many));
+  EXPECT_FALSE(many.takeWith(few));
+  EXPECT_EQ(many.taken(), 1u);
+  both.reset();
+  EXPECT_EQ(few.taken() + many.taken(), 0u);
+}
+
 TEST(Digests, AreThatOfTheirText) {
   EXPECT_EQ(EventApps::digestOf("abc"), "ba7816bf8f01cfea414140de5dae2223");
   EXPECT_NE(EventApps::digestOf("abd"), EventApps::digestOf("abc"));

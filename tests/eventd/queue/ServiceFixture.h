@@ -159,10 +159,14 @@ class ServiceTest : public ::testing::Test {
     return answerOf<EventApps::RemoveUpToResult>(
         [&](auto done) { service().removeUpTo(upTo, dsid, dryRun, std::move(done)); });
   }
-  std::string addDataSelection(unsigned int dsid) {
-    return answerOf<std::string>([&](auto done) {
+  EventApps::ChangeResult addDataSelection(unsigned int dsid) {
+    return answerOf<EventApps::ChangeResult>([&](auto done) {
       service().addDataSelection({dsid, 9, "name"}, std::move(done));
     });
+  }
+  EventApps::ChangeResult removeDataSelection(unsigned int dsid) {
+    return answerOf<EventApps::ChangeResult>(
+        [&](auto done) { service().removeDataSelection(dsid, std::move(done)); });
   }
 
  private:

@@ -64,10 +64,10 @@ TEST_F(Store, RefusesAnUnknownDataSelection) {
   const StoreResult result = store(eventsOf({"a"}), 5);
   EXPECT_EQ(result.code, EventSystem::kNoDataSelection);
   EXPECT_THAT(result.ids, IsEmpty());
-  EXPECT_EQ(addDataSelection(5), "");
+  EXPECT_EQ(addDataSelection(5).problem, "");
   EXPECT_TRUE(service().hasQueue(5));
   EXPECT_EQ(storeOne("a", 5), 1u);
-  EXPECT_THAT(addDataSelection(5), HasSubstr("exists already"));
+  EXPECT_THAT(addDataSelection(5).problem, HasSubstr("exists already"));
   start();
   EXPECT_TRUE(service().hasQueue(5));
   EXPECT_THAT(idsAfter(0, 5), ElementsAre(1));
@@ -206,17 +206,19 @@ TEST_F(Store, FinishesWhatItWasAskedBeforeItEnds) {
 
 TEST_F(Store, AddsAndRemovesDataSelections) {
   start();
-  EXPECT_EQ(addDataSelection(7), "");
+  using Reason = EventApps::SelectionRefused::Reason;
+  EXPECT_EQ(addDataSelection(7).problem, "");
+  EXPECT_EQ(addDataSelection(7).refused, Reason::kExists);
   const unsigned long id = storeOne("a", 7);
-  const auto removeSelection = [&] {
-    return answerOf<std::string>(
-        [&](auto done) { service().removeDataSelection(7, std::move(done)); });
-  };
-  EXPECT_THAT(removeSelection(), HasSubstr("still holds 1 event"));
+  const EventApps::ChangeResult kept = removeDataSelection(7);
+  EXPECT_EQ(kept.refused, Reason::kHoldsEvents);
+  EXPECT_THAT(kept.problem, HasSubstr("still holds 1 event"));
   remove(id, 7);
-  EXPECT_EQ(removeSelection(), "");
+  EXPECT_EQ(removeDataSelection(7).problem, "");
   EXPECT_FALSE(service().hasQueue(7));
-  EXPECT_THAT(removeSelection(), HasSubstr("does not exist"));
+  const EventApps::ChangeResult gone = removeDataSelection(7);
+  EXPECT_EQ(gone.refused, Reason::kUnknown);
+  EXPECT_THAT(gone.problem, HasSubstr("does not exist"));
 }
 
 TEST_F(Store, ReadsFiguresAnewWhenSomethingHasChanged) {

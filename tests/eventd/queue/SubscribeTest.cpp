@@ -119,11 +119,18 @@ TEST_F(Subscribe, IsToldThatTheServiceEnds) {
 }
 
 TEST_F(Subscribe, IsRefusedWhenThereAreTooMany) {
-  limits.subscribers = 1;
+  limits.waiting = 1;
   start();
-  const auto first = subscribe(m_inbox, 0);
-  EXPECT_TRUE(first);
-  EXPECT_FALSE(subscribe(m_other, 0));
+  {
+    const auto first = subscribe(m_inbox, 0);
+    EXPECT_TRUE(first);
+    EXPECT_FALSE(subscribe(m_other, 0));
+    EXPECT_FALSE(service().read({0, 0, 10, {}, std::chrono::hours(1)}, [](const auto&) {}))
+        << "a subscriber has the place of a reader that waits";
+  }
+  EXPECT_TRUE(eventually([&] { return service().counters().waitingReaders == 0; }));
+  service().read({0, 0, 10, {}, std::chrono::hours(1)}, [](const auto&) {});
+  EXPECT_FALSE(subscribe(m_other, 0)) << "and the other way round";
 }
 
 TEST_F(Subscribe, GetsAuditRecords) {
