@@ -87,20 +87,25 @@ std::filesystem::path homeOf(const Options& options) {
                               : std::filesystem::path(options.home);
 }
 
+HostOptions hostOptions(const Configuration& configuration) {
+  HostOptions host;
+  host.home = configuration.home;
+  host.durability = EventSystemHost::Durability::kGroup;
+  return host;
+}
+
 // What must be so before anything is opened.
 Configuration configure(const Options& options, bool hasSockets) {
   Configuration configuration = loadConfiguration(homeOf(options), options.configuration);
   requireSafe(configuration, TokenFile::load(configuration.tokensFile));
   requireSomewhere(configuration, hasSockets);
+  EventSystemHost::effectiveConfiguration(hostOptions(configuration));
   return configuration;
 }
 
 int run(const Configuration& configuration, const std::vector<int>& sockets) {
   const Signals signals;
-  HostOptions host;
-  host.home = configuration.home;
-  host.durability = EventSystemHost::Durability::kGroup;
-  Daemon daemon(configuration, host, sockets);
+  Daemon daemon(configuration, hostOptions(configuration), sockets);
   serve(daemon, signals);
   return kDone;
 }

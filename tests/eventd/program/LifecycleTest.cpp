@@ -97,6 +97,17 @@ TEST_F(Lifecycle, ChecksAConfigurationWithoutStarting) {
               HasSubstr("/nowhere/eventd.ini: there is no such file"));
 }
 
+TEST_F(Lifecycle, RefusesAWrongConfigurationOfTheQueuesLikeItsOwn) {
+  for (const char* file : {"host.ini", "OrbCentral.ini"}) {
+    write(file, "[nowhere]\nx = 1\n");
+    const std::string place = "eventd: " + (home() / file).string() + ": [nowhere] x";
+    EXPECT_THAT(refusal(""), HasSubstr(place));
+    EXPECT_THAT(refusal("", {"--check-config"}), HasSubstr(place));
+    EXPECT_FALSE(std::filesystem::exists(home() / "events.db"));
+    write(file, "");
+  }
+}
+
 TEST_F(Lifecycle, SaysWhatIsWrongWithItsCommandLine) {
   const Outcome outcome = run({"--hom"});
   EXPECT_EQ(outcome.status, 2);
