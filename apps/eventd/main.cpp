@@ -15,6 +15,7 @@
 
 #include "apps/eventd/Configuration.h"
 #include "apps/eventd/Daemon.h"
+#include "apps/eventd/Journal.h"
 #include "apps/eventd/Signals.h"
 #include "apps/eventd/Systemd.h"
 #include "apps/eventd/Version.h"
@@ -105,7 +106,12 @@ Configuration configure(const Options& options, bool hasSockets) {
 
 int run(const Configuration& configuration, const std::vector<int>& sockets) {
   const Signals signals;
-  Daemon daemon(configuration, hostOptions(configuration), sockets);
+  const HostOptions host = hostOptions(configuration);
+  const std::filesystem::path log = EventSystemHost::effectiveConfiguration(host).logFile;
+  const Journal journal(log);
+  Daemon daemon(configuration, host, sockets);
+  journal.tell(EventSystemHost::LogLevel::kInfo,
+               "listens on " + daemon.addresses() + "; requests are in " + log.string());
   serve(daemon, signals);
   return kDone;
 }

@@ -52,6 +52,8 @@ class DaemonHome : public ::testing::Test {
   // Starts the daemon and waits until it says that it is ready.
   void start(const std::vector<std::string>& arguments = {},
              const std::vector<std::string>& environment = {});
+  // The same with standard error as the service manager makes it, which leads to its journal.
+  void startUnderAJournal();
   // Starts it where it is to end by itself.
   Outcome run(const std::vector<std::string>& arguments = {}) const;
   // Ends it in good order; its exit status and what it said.
@@ -76,6 +78,7 @@ class DaemonHome : public ::testing::Test {
   std::vector<unsigned long> ids(unsigned int dsid = 0) const;
 
  private:
+  void launch(const std::vector<std::string>& arguments, Surroundings surroundings);
   bool hasEnded() const;
 
   TempDir m_directory;

@@ -165,6 +165,32 @@ TEST_F(Lifecycle, TellsTheServiceManagerThatItIsAlive) {
   for (int i = 0; i < 3; ++i) EXPECT_EQ(notifications().next(120000), "WATCHDOG=1");
 }
 
+TEST_F(Lifecycle, TellsTheJournalWhatSomebodyShouldLookAt) {
+  write("OrbCentral.ini", "[events]\ncount_limit = 1\n");
+  startUnderAJournal();
+  EXPECT_TRUE(program().waitForError("<6>listens on " + socket().string()));
+  add("fits");
+  EXPECT_EQ(post("/v1/queues/0/events", statusEvent("does not fit")).status, 507U);
+  const std::string said = stop().err;
+  EXPECT_THAT(said, HasSubstr("\n<4>"));
+  EXPECT_THAT(said, HasSubstr("\n<3>"));
+  EXPECT_THAT(said, Not(HasSubstr("POST")));
+  EXPECT_THAT(log(), HasSubstr("POST"));
+}
+
+TEST_F(Lifecycle, TellsTheJournalNothingTwice) {
+  write("host.ini", "[log]\nfile = -\n");
+  startUnderAJournal();
+  add("one");
+  EXPECT_TRUE(program().waitForError("POST"));
+  EXPECT_THAT(stop().err, Not(HasSubstr("<6>")));
+}
+
+TEST_F(Lifecycle, SaysNothingWhereNoJournalListens) {
+  start({}, {"JOURNAL_STREAM=1:2"});
+  EXPECT_EQ(stop().err, "");
+}
+
 TEST_F(Lifecycle, ReadsAgainWhatASignalAsksFor) {
   start();
   program().signal(SIGHUP);
