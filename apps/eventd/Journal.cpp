@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <new>
 #include <string>
 
 #include "apps/common/Display.h"
@@ -38,8 +39,13 @@ const char* weightOf(LogLevel level) {
 Journal::Journal(const std::filesystem::path& logFile)
     : m_isThere(logFile != "-" && leadsToTheJournal()) {
   if (!m_isThere) return;
-  m_observer.emplace(
-      [this](LogLevel level, int /*code*/, std::string_view message) { tell(level, message); });
+  m_observer.emplace([this](LogLevel level, int /*code*/, std::string_view message) {
+    try {
+      tell(level, message);
+    } catch (const std::bad_alloc&) {
+      // The log has the line, too.
+    }
+  });
 }
 
 void Journal::tell(LogLevel level, std::string_view message) const {
