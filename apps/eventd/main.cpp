@@ -15,6 +15,7 @@
 
 #include "apps/eventd/Configuration.h"
 #include "apps/eventd/Daemon.h"
+#include "apps/eventd/Journal.h"
 #include "apps/eventd/Signals.h"
 #include "apps/eventd/Systemd.h"
 #include "apps/eventd/Version.h"
@@ -88,6 +89,13 @@ std::filesystem::path homeOf(const Options& options) {
                               : std::filesystem::path(options.home);
 }
 
+HostOptions hostOptions(const Configuration& configuration) {
+  HostOptions host;
+  host.home = configuration.home;
+  host.durability = EventSystemHost::Durability::kGroup;
+  return host;
+}
+
 // What must be so before anything is opened.
 Configuration configure(const Options& options, bool hasSockets) {
   Configuration configuration = loadConfiguration(homeOf(options), options.configuration);
@@ -95,15 +103,18 @@ Configuration configure(const Options& options, bool hasSockets) {
   requireSomewhere(configuration, hasSockets);
   const auto& tls = configuration.tls;
   if (tls.listen) Http::loadTlsContext({tls.certificateFile, tls.keyFile, tls.clientAuthority});
+  EventSystemHost::effectiveConfiguration(hostOptions(configuration));
   return configuration;
 }
 
 int run(const Configuration& configuration, const std::vector<int>& sockets) {
   const Signals signals;
-  HostOptions host;
-  host.home = configuration.home;
-  host.durability = EventSystemHost::Durability::kGroup;
+  const HostOptions host = hostOptions(configuration);
+  const std::filesystem::path log = EventSystemHost::effectiveConfiguration(host).logFile;
+  const Journal journal(log);
   Daemon daemon(configuration, host, sockets);
+  journal.tell(EventSystemHost::LogLevel::kInfo,
+               "listens on " + daemon.addresses() + "; requests are in " + log.string());
   serve(daemon, signals);
   return kDone;
 }

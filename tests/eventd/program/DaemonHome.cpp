@@ -63,22 +63,24 @@ void DaemonHome::start(const std::vector<std::string>& arguments,
                        const std::vector<std::string>& environment) {
   std::vector<std::string> all = {"--home", home().string()};
   all.insert(all.end(), arguments.begin(), arguments.end());
-  Surroundings surroundings;
-  surroundings.environment = environment;
-  launch(all, std::move(surroundings));
+  launch(all, {.environment = environment});
 }
 
 void DaemonHome::startWith(int socket) {
-  Surroundings surroundings;
-  surroundings.program = kShell;
-  launch(withSocket(socket, home()), std::move(surroundings));
+  launch(withSocket(socket, home()), {.program = kShell});
 }
 
-void DaemonHome::launch(const std::vector<std::string>& all, Surroundings surroundings) {
+void DaemonHome::startUnderAJournal() {
+  const std::string names = "JOURNAL_STREAM=$(stat -L -c %d:%i /proc/self/fd/2)";
+  const std::string script = names + "; export JOURNAL_STREAM; exec \"$@\"";
+  launch({"-c", script, kShell, EVENTCTL_PROGRAM, "--home", home().string()}, {.program = kShell});
+}
+
+void DaemonHome::launch(const std::vector<std::string>& arguments, Surroundings surroundings) {
   surroundings.environment.push_back("NOTIFY_SOCKET=" + m_notifications.path().string());
   while (!m_notifications.next(0).empty()) {  // of the one before
   }
-  m_program = std::make_unique<Program>(all, surroundings);
+  m_program = std::make_unique<Program>(arguments, surroundings);
   do {
     m_status = m_notifications.next(kOften);
   } while (m_status.empty() && !hasEnded());

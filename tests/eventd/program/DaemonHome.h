@@ -54,6 +54,8 @@ class DaemonHome : public ::testing::Test {
              const std::vector<std::string>& environment = {});
   // The same as a service manager does it, which has made a socket that listens.
   void startWith(int socket);
+  // The same with standard error as the service manager makes it, which leads to its journal.
+  void startUnderAJournal();
   // Starts it where it is to end by itself.
   Outcome run(const std::vector<std::string>& arguments = {}) const;
   Outcome runWith(int socket) const;
@@ -81,7 +83,7 @@ class DaemonHome : public ::testing::Test {
   std::vector<unsigned long> ids(unsigned int dsid = 0) const;
 
  private:
-  void launch(const std::vector<std::string>& all, Surroundings surroundings);
+  void launch(const std::vector<std::string>& arguments, Surroundings surroundings);
   bool hasEnded() const;
 
   TempDir m_directory;

@@ -135,6 +135,17 @@ TEST_F(Lifecycle, ChecksTheFilesOfTlsWithItsConfiguration) {
   }
 }
 
+TEST_F(Lifecycle, RefusesAWrongConfigurationOfTheQueuesLikeItsOwn) {
+  for (const char* file : {"host.ini", "OrbCentral.ini"}) {
+    write(file, "[nowhere]\nx = 1\n");
+    const std::string place = "eventd: " + (home() / file).string() + ": [nowhere] x";
+    EXPECT_THAT(refusal(""), HasSubstr(place));
+    EXPECT_THAT(refusal("", {"--check-config"}), HasSubstr(place));
+    EXPECT_FALSE(std::filesystem::exists(home() / "events.db"));
+    write(file, "");
+  }
+}
+
 TEST_F(Lifecycle, SaysWhatIsWrongWithItsCommandLine) {
   const Outcome outcome = run({"--hom"});
   EXPECT_EQ(outcome.status, 2);
@@ -190,6 +201,32 @@ TEST_F(Lifecycle, ReplacesTheSocketOfADaemonThatWasKilled) {
 TEST_F(Lifecycle, TellsTheServiceManagerThatItIsAlive) {
   start({}, {"WATCHDOG_USEC=150000"});
   for (int i = 0; i < 3; ++i) EXPECT_EQ(notifications().next(120000), "WATCHDOG=1");
+}
+
+TEST_F(Lifecycle, TellsTheJournalWhatSomebodyShouldLookAt) {
+  write("OrbCentral.ini", "[events]\ncount_limit = 1\n");
+  startUnderAJournal();
+  EXPECT_TRUE(program().waitForError("<6>listens on " + socket().string()));
+  add("fits");
+  EXPECT_EQ(post("/v1/queues/0/events", statusEvent("does not fit")).status, 507U);
+  const std::string said = stop().err;
+  EXPECT_THAT(said, HasSubstr("\n<4>"));
+  EXPECT_THAT(said, HasSubstr("\n<3>"));
+  EXPECT_THAT(said, Not(HasSubstr("POST")));
+  EXPECT_THAT(log(), HasSubstr("POST"));
+}
+
+TEST_F(Lifecycle, TellsTheJournalNothingTwice) {
+  write("host.ini", "[log]\nfile = -\n");
+  startUnderAJournal();
+  add("one");
+  EXPECT_TRUE(program().waitForError("POST"));
+  EXPECT_THAT(stop().err, Not(HasSubstr("<6>")));
+}
+
+TEST_F(Lifecycle, SaysNothingWhereNoJournalListens) {
+  start({}, {"JOURNAL_STREAM=1:2"});
+  EXPECT_EQ(stop().err, "");
 }
 
 TEST_F(Lifecycle, ReadsAgainWhatASignalAsksFor) {
