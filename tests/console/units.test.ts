@@ -14,8 +14,9 @@ import {
   shortTime,
 } from "../../web/console/src/format";
 import { thin } from "../../web/console/src/state/thin";
+import { pageOnly } from "./support/test";
 
-test.describe("JSON", () => {
+test.describe("JSON", pageOnly, () => {
   test("keeps whole numbers beyond 2^53 as their digits", () => {
     const text =
       '{"a":18446744073709551615,"b":-9223372036854775808,"c":9007199254740991,"d":1.5e3}';
@@ -40,7 +41,7 @@ test.describe("JSON", () => {
   });
 });
 
-test.describe("Server-sent events", () => {
+test.describe("Server-sent events", pageOnly, () => {
   const stream =
     ': \n\nid: 7\nevent: event\ndata: {"a":\r\ndata: 1}\r\n\r\nid:8\ndata:x\n\ndata: cut';
 
@@ -56,7 +57,7 @@ test.describe("Server-sent events", () => {
   });
 });
 
-test("The past is kept the more thinly the longer it is gone", () => {
+test("The past is kept the more thinly the longer it is gone", pageOnly, () => {
   const queues = new Map([["all", {}]]);
   const day = 24 * 60 * 60;
   const seconds = Array.from({ length: day }, (_, i) => ({ time: 2 * i, queues }));
@@ -68,12 +69,18 @@ test("The past is kept the more thinly the longer it is gone", () => {
   expect(thin([...seconds, interruption], 2 * day)).toContain(interruption);
 });
 
-test("The kinds of events are those that the server knows, in the order of their numbers", () => {
-  expect(kindNames).toEqual(Object.keys(kinds));
-  expect(Object.values(kinds).map(({ number }) => number)).toEqual(kindNames.map((_, i) => i + 1));
-});
+test(
+  "The kinds of events are those that the server knows, in the order of their numbers",
+  pageOnly,
+  () => {
+    expect(kindNames).toEqual(Object.keys(kinds));
+    expect(Object.values(kinds).map(({ number }) => number)).toEqual(
+      kindNames.map((_, i) => i + 1),
+    );
+  },
+);
 
-test("Figures read well", () => {
+test("Figures read well", pageOnly, () => {
   expect(grouped("18446744073709551615")).toBe(
     "18\u202f446\u202f744\u202f073\u202f709\u202f551\u202f615",
   );
@@ -95,13 +102,13 @@ test("Figures read well", () => {
   ]);
 });
 
-test("An event of today has a time, an older one a day", () => {
+test("An event of today has a time, an older one a day", pageOnly, () => {
   const now = 1710287999; // the last second of a day
   expect(shortTime(1710201600, "utc", now)).toBe("00:00:00");
   expect(shortTime(1710201599, "utc", now)).toBe("2024-03-11");
 });
 
-test("Characters that cannot be seen are shown", () => {
+test("Characters that cannot be seen are shown", pageOnly, () => {
   expect(visible("a\u0000b\u202ec\u200bd\ne")).toBe("a\u2400b<U+202E>c<U+200B>d\u240ae");
   expect(visible("Grüße 漢字 🙂")).toBe("Grüße 漢字 🙂");
 });

@@ -7,8 +7,8 @@ import { findServer, type Server } from "./server";
 
 export { expect };
 
-// Marks a test that would find the same whatever server there is, and so is passed once, with the
-// mock.
+// Marks a test that would find the same whatever server there is: the build has it passed with the
+// mock, and all others with an eventd.
 export const pageOnly = { tag: "@page" };
 
 interface Watch {
