@@ -1,5 +1,5 @@
 import { startMock } from "./support/server";
-import { expect, goTo, rows, rowsWith, test } from "./support/test";
+import { expect, goTo, pageOnly, rows, rowsWith, test } from "./support/test";
 
 test.describe("The list of events", () => {
   test.beforeEach(async ({ page, enter }) => {
@@ -120,7 +120,7 @@ test.describe("The list of events", () => {
     await expect(page.getByRole("complementary")).toContainText("data selection 7");
   });
 
-  test("says why the server refuses it", async ({ page, line }) => {
+  test("says why the server refuses it", pageOnly, async ({ page, line }) => {
     const detail = "1000 readers wait already.";
     await page.route("**/stream*", (route) => route.fulfill({ status: 429, json: { detail } }));
     line.cut();
@@ -210,7 +210,26 @@ test.describe("One event", () => {
   });
 });
 
-test("Ids beyond 2^53 are told apart, followed and opened", async ({ page, watch }) => {
+test("The list says when it holds no more", pageOnly, async ({ page }) => {
+  const mock = await startMock("--events", "23000");
+  try {
+    page.removeAllListeners("request"); // the page comes from another server here
+    await page.goto(`${mock.url}/#token=${mock.read}`);
+    await goTo(page, "Events");
+    const older = page.getByRole("button", { name: "Older events" });
+    for (let count = 500; count < 20_000; ) {
+      await older.click();
+      await expect(older.or(page.getByText("the list holds no more"))).toBeEnabled();
+      count = Number((await page.getByTestId("count").innerText()).replace(/\D/g, ""));
+    }
+    await expect(page.getByTestId("count")).toHaveText("20\u202f000 events");
+    await expect(older).toHaveCount(0);
+  } finally {
+    await mock.stop();
+  }
+});
+
+test("Ids beyond 2^53 are told apart, followed and opened", pageOnly, async ({ page, watch }) => {
   const mock = await startMock("--events", "0", "--first-id", "9007199254740992");
   try {
     watch.violations.length = 0;

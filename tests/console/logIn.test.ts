@@ -1,4 +1,4 @@
-import { expect, goTo, test } from "./support/test";
+import { expect, goTo, pageOnly, test } from "./support/test";
 
 test.describe("Logging in", () => {
   test("asks for a token and refuses a wrong one", async ({ page, server }) => {
@@ -13,7 +13,7 @@ test.describe("Logging in", () => {
     await expect(page.getByRole("banner")).toContainText("read");
   });
 
-  test("refuses what cannot be a token without asking the server", async ({ page }) => {
+  test("refuses what cannot be a token without asking the server", pageOnly, async ({ page }) => {
     await page.goto("/");
     await page.getByLabel("Token").fill("schlüssel");
     await page.getByRole("button", { name: "Log in" }).click();

@@ -1,7 +1,7 @@
 import { readFileSync } from "node:fs";
 import { createRequire } from "node:module";
 import type { Page } from "@playwright/test";
-import { expect, goTo, rows, rowsWith, test } from "./support/test";
+import { expect, goTo, pageOnly, rows, rowsWith, test } from "./support/test";
 
 const axe = readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
 
@@ -26,41 +26,40 @@ async function breaches(page: Page): Promise<string[]> {
 const views = ["Overview", "Events", "Queues", "Limits", "Check"];
 
 for (const colours of ["light", "dark"] as const) {
-  test(`Every view is open to all people in ${colours} colours`, async ({
-    page,
-    enter,
-    produce,
-    marker,
-  }) => {
-    await page.emulateMedia({ colorScheme: colours });
-    const id = await produce.sendLegacy(marker);
-    await page.goto("/");
-    await expect(page.getByLabel("Token")).toBeVisible();
-    expect(await breaches(page)).toEqual([]);
-    await enter();
-    for (const view of views) {
-      await goTo(page, view);
-      expect(await breaches(page), view).toEqual([]);
-    }
-    await page.getByRole("button", { name: "Look for damage" }).click();
-    await expect(page.getByTestId("verdict")).toBeVisible();
-    expect(await breaches(page), "a check").toEqual([]);
-    await page.goto(`/#/events/0/${id}`);
-    await expect(page.getByTestId("event-string")).toBeVisible();
-    expect(await breaches(page), "an event").toEqual([]);
-    await page.getByRole("button", { name: "Help and shortcuts" }).click();
-    expect(await breaches(page), "the help").toEqual([]);
-  });
+  test(
+    `Every view is open to all people in ${colours} colours`,
+    pageOnly,
+    async ({ page, enter, produce, marker }) => {
+      await page.emulateMedia({ colorScheme: colours });
+      const id = await produce.sendLegacy(marker);
+      await page.goto("/");
+      await expect(page.getByLabel("Token")).toBeVisible();
+      expect(await breaches(page)).toEqual([]);
+      await enter();
+      for (const view of views) {
+        await goTo(page, view);
+        expect(await breaches(page), view).toEqual([]);
+      }
+      await page.getByRole("button", { name: "Look for damage" }).click();
+      await expect(page.getByTestId("verdict")).toBeVisible();
+      expect(await breaches(page), "a check").toEqual([]);
+      await page.goto(`/#/events/0/${id}`);
+      await expect(page.getByTestId("event-string")).toBeVisible();
+      expect(await breaches(page), "an event").toEqual([]);
+      await page.getByRole("button", { name: "Help and shortcuts" }).click();
+      expect(await breaches(page), "the help").toEqual([]);
+    },
+  );
 }
 
-test("Trouble is open to all people", async ({ page, enter, line }) => {
+test("Trouble is open to all people", pageOnly, async ({ page, enter, line }) => {
   await enter();
   line.cut();
   await expect(page.getByTestId("state")).toHaveText("no answer");
   expect(await breaches(page)).toEqual([]);
 });
 
-test("What finds breaches finds one", async ({ page, enter }) => {
+test("What finds breaches finds one", pageOnly, async ({ page, enter }) => {
   await enter();
   await page.evaluate(() => {
     const image = document.createElement("img");
@@ -141,7 +140,7 @@ test("The browser's Back closes an event", async ({ page, enter, produce, marker
   await expect(rowsWith(page, marker)).toBeVisible();
 });
 
-test("Single keys do nothing when they are switched off", async ({ page, enter }) => {
+test("Single keys do nothing when they are switched off", pageOnly, async ({ page, enter }) => {
   await enter();
   await page.keyboard.press("?");
   await page.getByLabel("Shortcuts of single keys").uncheck();
@@ -155,7 +154,7 @@ test("Single keys do nothing when they are switched off", async ({ page, enter }
   );
 });
 
-test("What has the focus is seen to have it", async ({ page, enter }) => {
+test("What has the focus is seen to have it", pageOnly, async ({ page, enter }) => {
   await enter();
   await page.keyboard.press("Tab");
   await expect(page.getByText("Skip to the content")).toBeFocused();
@@ -175,7 +174,7 @@ const brightness = (page: Page) =>
     return (red + green + blue) / 3;
   });
 
-test("Colours follow the system until they are chosen", async ({ page, enter }) => {
+test("Colours follow the system until they are chosen", pageOnly, async ({ page, enter }) => {
   await page.emulateMedia({ colorScheme: "dark" });
   await enter();
   expect(await brightness(page)).toBeLessThan(60);
@@ -188,29 +187,35 @@ test("Colours follow the system until they are chosen", async ({ page, enter }) 
   await expect.poll(() => brightness(page)).toBeLessThan(60);
 });
 
-test("A phone shows every view without scrolling sideways", async ({
-  page,
-  enter,
-  produce,
-  marker,
-}) => {
-  await page.setViewportSize({ width: 360, height: 740 });
-  const id = await produce.sendLegacy(`${marker} ${"long".repeat(60)}`);
-  const overhang = () => page.evaluate(() => document.documentElement.scrollWidth - innerWidth);
-  await page.goto("/");
-  await expect(page.getByLabel("Token")).toBeVisible();
-  expect(await overhang()).toBeLessThanOrEqual(0);
-  await enter();
-  for (const view of views) {
-    await goTo(page, view);
-    expect(await overhang(), view).toBeLessThanOrEqual(0);
-  }
-  await page.goto(`/#/events/0/${id}`);
-  await expect(page.getByTestId("event-string")).toContainText(marker);
-  expect(await overhang(), "an event").toBeLessThanOrEqual(0);
-  await page.getByRole("button", { name: "Close" }).click();
-  await expect(page.getByTestId("event-string")).toHaveCount(0);
-});
+const small = {
+  "A phone": { width: 360, height: 740 },
+  "A window at 200 %": { width: 640, height: 400 },
+};
+
+for (const [what, size] of Object.entries(small)) {
+  test(
+    `${what} shows every view without scrolling sideways`,
+    pageOnly,
+    async ({ page, enter, produce, marker }) => {
+      await page.setViewportSize(size);
+      const id = await produce.sendLegacy(`${marker} ${"long".repeat(60)}`);
+      const overhang = () => page.evaluate(() => document.documentElement.scrollWidth - innerWidth);
+      await page.goto("/");
+      await expect(page.getByLabel("Token")).toBeVisible();
+      expect(await overhang()).toBeLessThanOrEqual(0);
+      await enter();
+      for (const view of views) {
+        await goTo(page, view);
+        expect(await overhang(), view).toBeLessThanOrEqual(0);
+      }
+      await page.goto(`/#/events/0/${id}`);
+      await expect(page.getByTestId("event-string")).toContainText(marker);
+      expect(await overhang(), "an event").toBeLessThanOrEqual(0);
+      await page.getByRole("button", { name: "Close" }).click();
+      await expect(page.getByTestId("event-string")).toHaveCount(0);
+    },
+  );
+}
 
 test("The page's policy is in force, and a breach of it is noticed", async ({ page, watch }) => {
   const response = await page.goto("/");

@@ -1,16 +1,5 @@
 // Events as a storage server's services would write them, from a generator that repeats itself.
-
-export const kindNumbers = {
-  legacy: 1,
-  imagerep: 2,
-  lsustatus: 3,
-  serverstatus: 4,
-  capacity: 5,
-  abilities: 6,
-  activity: 7,
-  audit: 8,
-  kelp: 9,
-};
+import { kinds } from "./kinds.mjs";
 
 const sections = {
   legacy: (f) => `;LEGACYEVENT{payload:${f.payload};}}`,
@@ -33,7 +22,7 @@ const sections = {
 };
 
 export function eventOf(kind, fields, dsid, id, date) {
-  const type = kindNumbers[kind];
+  const type = kinds[kind].number;
   return {
     id,
     dsid,

@@ -28,13 +28,22 @@ export function duration(seconds: number): string {
   return days >= 100 ? `${grouped(days)}\u00a0d` : `${days}\u00a0d ${hours}\u00a0h`;
 }
 
-// A rate that is given for each second; slow ones are told for each minute.
-export function rate(perSecond: number): string {
-  if (!Number.isFinite(perSecond)) return "–";
-  if (perSecond === 0) return "0\u00a0/s";
-  if (perSecond >= 100) return `${grouped(Math.round(perSecond))}\u00a0/s`;
-  if (perSecond >= 1) return `${perSecond.toFixed(1)}\u00a0/s`;
-  return `${(perSecond * 60).toFixed(1)}\u00a0/min`;
+// The same without a part that is nothing, for the lines of a scale.
+export function roundDuration(seconds: number): string {
+  return duration(seconds).replace(/ 0\u00a0\w+$/, "");
+}
+
+// Writes rates that are given for each second. Those that stand side by side have one unit, which
+// suits the highest of them: slow ones are told for each minute.
+export function rateFormat(...all: number[]): (perSecond: number) => string {
+  const perMinute = Math.max(...all) < 1;
+  const unit = perMinute ? "\u00a0/min" : "\u00a0/s";
+  return (perSecond) => {
+    const rate = perMinute ? perSecond * 60 : perSecond;
+    if (rate === 0) return `0${unit}`;
+    if (rate >= 100) return `${grouped(Math.round(rate))}${unit}`;
+    return `${rate.toFixed(rate < 1 ? 2 : 1)}${unit}`;
+  };
 }
 
 function pad(value: number): string {

@@ -5,6 +5,7 @@ import "./styles/frame.css";
 import "./styles/parts.css";
 import "./styles/events.css";
 import { effect } from "@preact/signals";
+import { view, viewNames } from "./state/route";
 import { forgetServer, reach, tryNow, watchServer } from "./state/server";
 import { identify, restoreToken, standing, takeTokenFromAddress } from "./state/session";
 import { followTheme } from "./state/settings";
@@ -29,7 +30,9 @@ function start(): void {
     if (standing.value === "in") tryNow();
   });
   effect(() => {
-    document.title = `${reach.value.is === "down" ? "no answer – " : ""}eventd ${location.host}`;
+    const trouble = reach.value.is === "down" ? "no answer – " : "";
+    const place = standing.value === "in" ? ` – ${viewNames[view.value]}` : "";
+    document.title = `${trouble}eventd ${location.host}${place}`;
   });
   keepTail();
   void watchServer();

@@ -75,6 +75,7 @@ export interface Limits {
   count: number;
   ageLimitDays: number;
   bodyBytes?: number;
+  batchEvents?: number;
   connections?: number;
   waiting?: number;
   requestsPerSecond?: number;
@@ -107,6 +108,7 @@ export interface Finding {
 
 export interface CheckReport {
   fix: boolean;
+  checked?: string; // "database" in cluster mode, where the queues are not in it
   findings: Finding[];
   remaining: number;
 }

@@ -5,6 +5,15 @@ import { computed, signal } from "@preact/signals";
 export const views = ["overview", "events", "queues", "limits", "check", "cluster"] as const;
 export type View = (typeof views)[number];
 
+export const viewNames: Record<View, string> = {
+  overview: "Overview",
+  events: "Events",
+  queues: "Queues",
+  limits: "Limits",
+  check: "Check",
+  cluster: "Cluster",
+};
+
 const hash = signal(location.hash);
 
 addEventListener("hashchange", () => {

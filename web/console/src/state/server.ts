@@ -2,7 +2,7 @@
 
 import { computed, signal } from "@preact/signals";
 import { Refusal } from "../api/http";
-import type { Limits, Queue, Stats } from "../api/types";
+import type { Cluster, Limits, Queue, Stats } from "../api/types";
 import { forgetHistory, interrupt, record } from "./history";
 import { askServer, identify, standing } from "./session";
 
@@ -20,6 +20,7 @@ export type Reach =
 export const reach = signal<Reach>({ is: "unknown" });
 export const stats = signal<Stats | undefined>();
 export const limits = signal<Limits | undefined>();
+export const cluster = signal<Cluster | undefined>();
 export const notReady = signal("");
 export const restartedAt = signal<number | undefined>();
 
@@ -60,6 +61,7 @@ function takeStats(next: Stats): void {
     limits.value = undefined;
   }
   stats.value = next;
+  cluster.value = next.cluster;
   reach.value = { is: "up" };
   record(next);
 }
@@ -78,10 +80,27 @@ async function askReadiness(): Promise<void> {
   }
 }
 
+// When the queues cannot be read, how their cluster is matters most.
+async function askCluster(): Promise<void> {
+  const answer = await askServer<Cluster & { clustered: boolean }>("/v1/cluster");
+  cluster.value = answer.clustered ? answer : undefined;
+}
+
+async function askFigures(): Promise<void> {
+  try {
+    takeStats(await askServer<Stats>("/v1/stats"));
+  } catch (error) {
+    if (error instanceof Refusal && standing.value === "in") {
+      await askCluster().catch(() => undefined);
+    }
+    throw error;
+  }
+}
+
 async function askOnce(): Promise<void> {
   if (standing.value === "starting") await identify();
   if (standing.value !== "in") return;
-  takeStats(await askServer<Stats>("/v1/stats"));
+  await askFigures();
   if (!limits.value) limits.value = await askServer<Limits>("/v1/limits");
   await askReadiness();
 }
@@ -109,6 +128,7 @@ export async function watchServer(): Promise<never> {
 export function forgetServer(): void {
   stats.value = undefined;
   limits.value = undefined;
+  cluster.value = undefined;
   notReady.value = "";
   restartedAt.value = undefined;
   reach.value = { is: "unknown" };

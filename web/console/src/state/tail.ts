@@ -34,6 +34,7 @@ export const reachesBack = signal<string | undefined>(); // the list knows all i
 export const text = signal("");
 export const kinds = signal<ReadonlySet<string>>(new Set());
 
+export const isFull = computed(() => held.value.length >= mostKept);
 export const shown = computed(() => held.value.filter(matcher(text.value, kinds.value)));
 
 let most = keptAtFirst;

@@ -14,6 +14,7 @@ interface Props {
   values: (number | null)[];
   format: (value: number) => string;
   steps: number[]; // between the lines of the scale, in the values' unit
+  empty: string; // said where there are no values
 }
 
 const height = 150;
@@ -28,14 +29,28 @@ function colourOf(place: HTMLElement, css: string): string {
 
 function scaleOf(least: number | null, most: number | null): uPlot.Range.MinMax {
   if (least === null || most === null) return [0, 1];
-  const room = Math.max((most - least) * 0.15, most * 0.02, 1);
+  const room = Math.max((most - least) * 0.15, most * 0.05, 1);
   return [Math.max(0, least - room), most + room];
 }
 
-// A page that was just opened shows a minute, not its first two readings at full width.
-function timesOf(first: number, last: number): uPlot.Range.MinMax {
-  return [Math.min(first, last - 60), last];
+// A page that was just opened shows a minute, not its first readings at full width. A single one
+// would be shown with the whole day that follows it.
+function timesOf({ data: [times] }: uPlot): uPlot.Range.MinMax {
+  const last = times.at(-1) ?? Date.now() / 1000;
+  return [Math.min(times[0] ?? last, last - 60), last];
 }
+
+function lastSeen({ data }: uPlot): number | undefined {
+  const values = data[1] ?? [];
+  for (let at = values.length - 1; at >= 0; --at) if (values[at] != null) return at;
+  return undefined;
+}
+
+// The newest value is a dot: it is there when there is no line yet, and says where the line ends.
+const newest: uPlot.Series.Points.Filter = (plot) => {
+  const at = lastSeen(plot);
+  return at === undefined ? null : [at];
+};
 
 function optionsOf(place: HTMLElement, props: Props): uPlot.Options {
   const ink = colourOf(place, "var(--muted)");
@@ -46,6 +61,7 @@ function optionsOf(place: HTMLElement, props: Props): uPlot.Options {
   return {
     width: Math.max(100, place.clientWidth),
     height,
+    padding: [8, null, null, null],
     legend: { show: false },
     cursor: {
       y: false,
@@ -54,7 +70,7 @@ function optionsOf(place: HTMLElement, props: Props): uPlot.Options {
       drag: { x: false, y: false },
     },
     scales: {
-      x: { range: (_plot, first, last) => timesOf(first, last) },
+      x: { range: timesOf },
       y: { range: (_plot, least, most) => scaleOf(least, most) },
     },
     tzDate: (seconds) =>
@@ -62,19 +78,27 @@ function optionsOf(place: HTMLElement, props: Props): uPlot.Options {
         ? uPlot.tzDate(new Date(seconds * 1e3), "UTC")
         : new Date(seconds * 1e3),
     axes: [
-      { stroke: ink, font, grid, ticks: { show: false }, size: 28, space: 76, values: axisTimes },
+      { stroke: ink, font, grid, ticks: { show: false }, size: 24, space: 76, values: axisTimes },
       {
         stroke: ink,
         font,
         grid,
         ticks: { show: false },
-        size: 78,
+        size: 72,
         space: 28,
         incrs: props.steps,
-        values: (_plot, ticks) => ticks.map(props.format),
+        values: (plot, ticks) => (lastSeen(plot) === undefined ? [] : ticks.map(props.format)),
       },
     ],
-    series: [{}, { stroke: line, width: 1.6, fill: area, points: { show: false } }],
+    series: [
+      {},
+      {
+        stroke: line,
+        width: 1.6,
+        fill: area,
+        points: { show: false, filter: newest, size: 6, fill: line },
+      },
+    ],
   };
 }
 
@@ -84,16 +108,17 @@ const axisTimes: uPlot.Axis.Values = [
   [1, "{HH}:{mm}:{ss}", null, null, null, null, null, null, 1],
 ];
 
-// What stands under the cursor.
-function readOut(plot: uPlot, place: HTMLElement | null, format: Props["format"]): void {
+// What stands under the cursor, or is the newest.
+function readOut(plot: uPlot, place: HTMLElement | null, { format, empty }: Props): void {
   if (!place) return;
-  const at = plot.cursor.idx;
-  const value = at == null ? undefined : plot.data[1]?.[at];
-  const time = at == null ? undefined : plot.data[0][at];
-  place.textContent =
-    value == null || time === undefined
-      ? ""
-      : `${format(value)} at ${timeOfDay(time * 1000, clock.peek())}`;
+  const newest = lastSeen(plot);
+  const at = plot.cursor.idx ?? newest;
+  const value = at === undefined ? undefined : plot.data[1]?.[at];
+  const time = at === undefined ? undefined : plot.data[0][at];
+  if (newest === undefined) place.textContent = empty;
+  else if (value == null || time === undefined) place.textContent = "";
+  else if (at === newest) place.textContent = format(value);
+  else place.textContent = `${format(value)} at ${timeOfDay(time * 1000, clock.peek())}`;
 }
 
 export function Chart(props: Props) {
@@ -108,7 +133,8 @@ export function Chart(props: Props) {
     const element = place.current;
     if (!element) return;
     const options = optionsOf(element, props);
-    options.hooks = { setCursor: [(one) => readOut(one, readout.current, props.format)] };
+    const tell = (one: uPlot) => readOut(one, readout.current, props);
+    options.hooks = { ready: [tell], setCursor: [tell], setData: [tell] };
     const made = new uPlot(options, data, element);
     plot.current = made;
     const watch = new ResizeObserver(() => {

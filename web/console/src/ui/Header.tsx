@@ -1,25 +1,30 @@
 import { useEffect, useRef } from "preact/hooks";
-import { go, type View, view } from "../state/route";
-import { reach, stats } from "../state/server";
+import { go, type View, view, viewNames, views } from "../state/route";
+import { cluster, reach, stats } from "../state/server";
 import { hasToken, logOut, may, me, standing } from "../state/session";
 import { nextTheme, theme } from "../state/settings";
 import { Icon } from "./Icon";
 import { helpIsOpen } from "./keys";
 
-const names: Record<View, string> = {
-  overview: "Overview",
-  events: "Events",
-  queues: "Queues",
-  limits: "Limits",
-  check: "Check",
-  cluster: "Cluster",
-};
+// What is wrong in a view that is not open.
+function troubleIn(one: View): string | undefined {
+  if (one === "queues" && stats.value?.queues.some((queue) => queue.damaged > 0)) {
+    return "damaged events";
+  }
+  const members = cluster.value?.members ?? [];
+  if (one === "cluster" && members.some((member) => !member.reachable)) {
+    return "a member does not answer";
+  }
+  return undefined;
+}
 
-const hasDamage = () => stats.value?.queues.some((queue) => queue.damaged > 0);
+function Dot({ text }: { text: string | undefined }) {
+  return text ? <span class="dot" role="img" aria-label={text} title={text} /> : null;
+}
 
 function isOffered(one: View): boolean {
   if (one === "check") return may("admin");
-  if (one === "cluster") return stats.value?.cluster !== undefined || view.value === "cluster";
+  if (one === "cluster") return cluster.value !== undefined || view.value === "cluster";
   return true;
 }
 
@@ -38,7 +43,7 @@ function Navigation() {
   if (standing.value !== "in") return null;
   return (
     <nav ref={place} aria-label="Views">
-      {(Object.keys(names) as View[]).filter(isOffered).map((one) => (
+      {views.filter(isOffered).map((one) => (
         <a
           key={one}
           href={`#/${one}`}
@@ -48,8 +53,8 @@ function Navigation() {
             go(one);
           }}
         >
-          {names[one]}
-          {one === "queues" && hasDamage() ? <span class="dot" title="damaged events" /> : null}
+          {viewNames[one]}
+          <Dot text={troubleIn(one)} />
         </a>
       ))}
     </nav>

@@ -2,6 +2,7 @@ import { useSignal } from "@preact/signals";
 import type { CheckReport, Finding } from "../api/types";
 import { visible } from "../events/visible";
 import { dateTime, grouped } from "../format";
+import { cluster } from "../state/server";
 import { askServer, may } from "../state/session";
 import { clock } from "../state/settings";
 import { announce } from "../ui/announce";
@@ -38,9 +39,10 @@ function Findings({ findings }: { findings: Finding[] }) {
 
 function verdict(report: CheckReport): string {
   const found = report.findings.length;
-  if (found === 0) return "The queues are in order: nothing was found.";
+  const what = report.checked === "database" ? "The database is" : "The queues are";
+  if (found === 0) return `${what} in order: nothing was found.`;
   const words = `${grouped(found)} finding${found === 1 ? "" : "s"}`;
-  if (!report.fix) return `${words}. Nothing was deleted.`;
+  if (!report.fix) return `${words}. Nothing was changed.`;
   if (report.remaining === 0) return `${words}; nothing remains to be repaired.`;
   return `${words}; ${grouped(report.remaining)} could not be repaired.`;
 }
@@ -86,8 +88,9 @@ function Ask({ open, answer }: { open: boolean; answer: (yes: boolean) => void }
   return (
     <Dialog open={open} title="Repair the queues?" onClose={() => answer(false)}>
       <p>
-        Rows whose event string cannot be read are deleted. This cannot be undone: copy the database
-        before, should anybody want to look at them.
+        Rows filed under a wrong id get a new one. Rows whose event string cannot be read are
+        deleted. This cannot be undone: copy the database before, should anybody want to look at
+        them.
       </p>
       <div class="actions">
         <button type="button" onClick={() => answer(false)}>
@@ -142,8 +145,11 @@ export function CheckView() {
     <section class="card" aria-labelledby="check-title">
       <h2 id="check-title">Check</h2>
       <p class="muted">
-        Looks through all queues for events that cannot be read or are filed under a wrong id. What
-        is filed wrongly is put right at once; nothing is deleted until it is told to repair.
+        Looks through all queues for events that cannot be read or are filed under a wrong id.
+        Looking changes nothing; a repair asks first.
+        {cluster.value
+          ? " In cluster mode this is about the database, the copy to fall back to: the cluster keeps its queues itself."
+          : ""}
       </p>
       {may("admin") ? <Checker /> : <p>This needs the role admin.</p>}
     </section>

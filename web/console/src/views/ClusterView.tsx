@@ -1,12 +1,12 @@
 import type { ClusterMember } from "../api/types";
 import { visible } from "../events/visible";
 import { bytes } from "../format";
-import { stats } from "../state/server";
+import { cluster } from "../state/server";
 import { Meter, NoMeter } from "../ui/Meter";
 
 function Space({ member }: { member: ClusterMember }) {
   const { databaseBytes: used, quotaBytes: quota, databaseBytesInUse: inUse } = member;
-  const name = "database";
+  const name = "Database";
   if (quota === 0) return <NoMeter name={name} text={bytes(used)} />;
   return (
     <>
@@ -25,19 +25,27 @@ function Member({ member }: { member: ClusterMember }) {
         <h3>{visible(member.name || member.endpoint)}</h3>
         <span class={`badge ${level}`}>{role}</span>
       </div>
-      <p class="muted">
-        {visible(member.endpoint)}
-        {member.version ? `, version ${visible(member.version)}` : ""}
-      </p>
+      {member.name ? (
+        <p class="muted">
+          {visible(member.endpoint)}, version {visible(member.version)}
+        </p>
+      ) : null}
       {member.reachable ? <Space member={member} /> : null}
       {member.failure ? <p class="problem">{visible(member.failure)}</p> : null}
     </li>
   );
 }
 
+function verdict(members: ClusterMember[]): string {
+  const answering = members.filter((member) => member.reachable);
+  const needed = Math.floor(members.length / 2) + 1;
+  const leaderless = answering.some((member) => member.leader) ? "" : " None of them leads.";
+  return `${answering.length} of ${members.length} members answer; ${needed} are needed.${leaderless}`;
+}
+
 export function ClusterView() {
-  const cluster = stats.value?.cluster;
-  if (!cluster) {
+  const known = cluster.value;
+  if (!known) {
     return (
       <section class="card" aria-labelledby="cluster-title">
         <h2 id="cluster-title">Cluster</h2>
@@ -47,21 +55,22 @@ export function ClusterView() {
   }
   return (
     <section aria-labelledby="cluster-title">
-      <h2 id="cluster-title" class="page-title">
-        Cluster
-      </h2>
-      {cluster.failure ? (
+      <h2 id="cluster-title">Cluster</h2>
+      <p class="page-note" data-testid="quorum">
+        {verdict(known.members)}
+      </p>
+      {known.failure ? (
         <p class="banner bad" role="alert">
-          {visible(cluster.failure)}
+          {visible(known.failure)}
         </p>
       ) : null}
-      {cluster.alarms.map((alarm) => (
+      {known.alarms.map((alarm) => (
         <p key={alarm} class="banner warn">
           <strong>Alarm:</strong> {visible(alarm)}
         </p>
       ))}
       <ul class="members">
-        {cluster.members.map((member) => (
+        {known.members.map((member) => (
           <Member key={member.endpoint} member={member} />
         ))}
       </ul>

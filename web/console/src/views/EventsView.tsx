@@ -6,6 +6,7 @@ import { openEvent } from "../state/route";
 import { stats } from "../state/server";
 import {
   held,
+  isFull,
   kinds,
   type Line,
   line,
@@ -141,22 +142,27 @@ const olderTexts = {
   failed: "The server did not answer; try again",
 };
 
+function Older() {
+  if (isFull.value) return <span class="muted">the list holds no more</span>;
+  if (reachesBack.value === undefined || reachesBack.value === "0") {
+    return <span class="muted">all that are stored</span>;
+  }
+  return (
+    <button type="button" disabled={olderState.value === "asking"} onClick={loadOlder}>
+      {olderTexts[olderState.value]}
+    </button>
+  );
+}
+
 function Foot() {
   const count =
     shown.value.length === held.value.length
       ? `${grouped(held.value.length)} events`
       : `${grouped(shown.value.length)} of ${grouped(held.value.length)} events`;
-  const more = reachesBack.value !== undefined && reachesBack.value !== "0";
   return (
     <div class="list-foot">
       <span data-testid="count">{count}</span>
-      {more ? (
-        <button type="button" disabled={olderState.value === "asking"} onClick={loadOlder}>
-          {olderTexts[olderState.value]}
-        </button>
-      ) : (
-        <span class="muted">all that are stored</span>
-      )}
+      <Older />
     </div>
   );
 }

@@ -1,5 +1,5 @@
-import { useSignal } from "@preact/signals";
-import { duration, grouped } from "../format";
+import type { Signal } from "@preact/signals";
+import { duration, grouped, roundDuration } from "../format";
 import { type Reading, type Sample, samples } from "../state/history";
 import { Chart } from "../ui/Chart";
 
@@ -36,28 +36,32 @@ function words(name: string, values: (number | null)[], format: (value: number) 
   return `${name}: now ${format(last)}, between ${least} and ${most}`;
 }
 
-export function HistoryCharts({ queue }: { queue: string }) {
-  const range = useSignal(600);
+export function RangeChoice({ range }: { range: Signal<number> }) {
+  return (
+    <fieldset class="choices">
+      <legend class="unseen">Time shown</legend>
+      {ranges.map(([name, seconds]) => (
+        <button
+          key={name}
+          type="button"
+          aria-pressed={range.value === seconds}
+          onClick={() => (range.value = seconds)}
+        >
+          {name}
+        </button>
+      ))}
+    </fieldset>
+  );
+}
+
+export function HistoryCharts({ queue, seconds }: { queue: string; seconds: number }) {
   const now = Date.now() / 1000;
-  const recent = samples.value.filter((sample) => now - sample.time <= range.value);
+  const recent = samples.value.filter((sample) => now - sample.time <= seconds);
   const times = recent.map((sample) => sample.time);
   const lengths = seriesOf(recent, queue, (reading) => reading.count);
   const ages = seriesOf(recent, queue, (reading) => reading.oldestAge);
   return (
     <>
-      <fieldset class="choices">
-        <legend class="unseen">Time shown</legend>
-        {ranges.map(([name, seconds]) => (
-          <button
-            key={name}
-            type="button"
-            aria-pressed={range.value === seconds}
-            onClick={() => (range.value = seconds)}
-          >
-            {name}
-          </button>
-        ))}
-      </fieldset>
       <Chart
         title="Events"
         label={words("Events in the queue", lengths, grouped)}
@@ -66,6 +70,7 @@ export function HistoryCharts({ queue }: { queue: string }) {
         values={lengths}
         format={grouped}
         steps={countSteps}
+        empty="not seen yet"
       />
       <Chart
         title="Age of the oldest"
@@ -73,8 +78,9 @@ export function HistoryCharts({ queue }: { queue: string }) {
         colour="--second"
         times={times}
         values={ages}
-        format={duration}
+        format={roundDuration}
         steps={ageSteps}
+        empty="nothing waits"
       />
     </>
   );

@@ -23,6 +23,7 @@ function Settings({ known }: { known: Limits }) {
       <Line name="most events in the global queue" value={optional(known.countLimit, grouped)} />
       <Line name="highest age, in days" value={optional(known.ageLimitDays, grouped)} />
       <Line name="largest request" value={optional(known.bodyBytes, bytes)} />
+      <Line name="most events in one request" value={optional(known.batchEvents, grouped)} />
       <Line name="most connections" value={optional(known.connections, grouped)} />
       <Line name="most waiting readers" value={optional(known.waiting, grouped)} />
       <Line name="requests a second" value={optional(known.requestsPerSecond, grouped)} />

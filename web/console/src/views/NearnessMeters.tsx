@@ -1,4 +1,5 @@
-import type { Stats } from "../api/types";
+import type { Cluster, Stats } from "../api/types";
+import { visible } from "../events/visible";
 import { bytes, duration, grouped } from "../format";
 import { globalQueue, limits } from "../state/server";
 import { Meter, NoMeter } from "../ui/Meter";
@@ -28,18 +29,38 @@ function Bounded({ name, value, most }: { name: string; value: number; most: num
   );
 }
 
-export function NearnessMeters({ now }: { now: Stats }) {
+function DatabaseSpace({ now }: { now: Stats }) {
   const free = now.bytes?.diskFree;
+  if (free === undefined) return null;
   const used = Number(now.bytes?.database ?? 0) + Number(now.bytes?.wal ?? 0);
+  return <NoMeter name="Database" text={`${bytes(used)}, ${bytes(free)} free on its disk`} />;
+}
+
+// The member whose database is fullest is the one that ends the writes.
+function ClusterSpace({ cluster }: { cluster: Cluster }) {
+  const known = cluster.members.filter((member) => member.quotaBytes > 0);
+  const share = (member: (typeof known)[number]) => member.databaseBytes / member.quotaBytes;
+  const [fullest] = known.sort((a, b) => share(b) - share(a));
+  if (!fullest) return null;
+  const { name, databaseBytes: used, quotaBytes: quota } = fullest;
+  return (
+    <Meter
+      name={`Database of ${visible(name)}`}
+      value={used}
+      most={quota}
+      text={`${bytes(used)} of ${bytes(quota)}`}
+    />
+  );
+}
+
+export function NearnessMeters({ now }: { now: Stats }) {
   return (
     <>
       <CountMeter limit={now.countLimit} />
       <AgeMeter days={now.ageLimitDays} />
       <Bounded name="Connections" value={now.connections} most={limits.value?.connections} />
       <Bounded name="Waiting readers" value={now.waiting} most={limits.value?.waiting} />
-      {free === undefined ? null : (
-        <NoMeter name="Database" text={`${bytes(used)}, ${bytes(free)} free on its disk`} />
-      )}
+      {now.cluster ? <ClusterSpace cluster={now.cluster} /> : <DatabaseSpace now={now} />}
     </>
   );
 }

@@ -4,13 +4,13 @@ import type { Event, Queue, Stats } from "../api/types";
 import { kindNames } from "../events/kinds";
 import { summaryOf } from "../events/summary";
 import { visible } from "../events/visible";
-import { ageOf, dateTime, duration, grouped, rate, shortTime } from "../format";
+import { ageOf, dateTime, duration, grouped, rateFormat, shortTime } from "../format";
 import { showEvent } from "../state/route";
 import { stats } from "../state/server";
 import { clock } from "../state/settings";
 import { held, queue } from "../state/tail";
 import { Kind } from "../ui/Kind";
-import { HistoryCharts } from "./HistoryCharts";
+import { HistoryCharts, RangeChoice } from "./HistoryCharts";
 import { NearnessMeters } from "./NearnessMeters";
 import { queueName } from "./queueName";
 
@@ -43,6 +43,9 @@ function Figures({ now }: { now: Stats }) {
   const oldest = oldestOf(now.queues);
   const damaged = now.queues.reduce((sum, queue) => sum + queue.damaged, 0);
   const queues = now.queues.length;
+  const written = now.rates?.written?.["1m"] ?? 0;
+  const deleted = now.rates?.deleted?.["1m"] ?? 0;
+  const rate = rateFormat(written, deleted);
   return (
     <dl class="figures">
       <Figure
@@ -62,15 +65,18 @@ function Figures({ now }: { now: Stats }) {
         {oldest === undefined ? "–" : ageOf(oldest)}
       </Figure>
       <Figure name="Written" note="mean of the last minute">
-        {rate(now.rates?.written?.["1m"] ?? 0)}
+        {rate(written)}
       </Figure>
       <Figure name="Deleted" note="mean of the last minute">
-        {rate(now.rates?.deleted?.["1m"] ?? 0)}
+        {rate(deleted)}
       </Figure>
-      <Figure name="Waiting readers" note={`${grouped(now.connections)} connections`}>
+      <Figure
+        name="Waiting readers"
+        note={`${grouped(now.connections)} connection${now.connections === 1 ? "" : "s"}`}
+      >
         {grouped(now.waiting)}
       </Figure>
-      <Figure name="Running for" note={`version ${now.version}, ${now.durability}`}>
+      <Figure name="Running for" note={`${now.version}, durability ${now.durability}`}>
         {duration(Date.now() / 1000 - now.startTime)}
       </Figure>
     </dl>
@@ -81,6 +87,7 @@ function Rates({ now }: { now: Stats }) {
   const rates = now.rates?.byType ?? {};
   const others = Object.keys(rates).filter((kind) => !kindNames.some((known) => known === kind));
   const most = Math.max(...Object.values(rates), Number.MIN_VALUE);
+  const rate = rateFormat(most);
   return (
     <section class="card" aria-labelledby="rates-title">
       <h2 id="rates-title">Written by kind</h2>
@@ -146,6 +153,7 @@ function Newest() {
 
 export function Overview() {
   const chosen = useSignal("all");
+  const range = useSignal(600);
   const now = stats.value;
   if (!now) return <p class="empty">Waiting for the first figures …</p>;
   return (
@@ -156,6 +164,7 @@ export function Overview() {
         <section class="card charts" aria-labelledby="charts-title">
           <div class="card-head">
             <h2 id="charts-title">While this page is open</h2>
+            <RangeChoice range={range} />
             <label>
               <span class="unseen">Queue of the charts</span>
               <select
@@ -171,16 +180,16 @@ export function Overview() {
               </select>
             </label>
           </div>
-          <HistoryCharts queue={chosen.value} />
+          <HistoryCharts queue={chosen.value} seconds={range.value} />
         </section>
+        <Newest />
+      </div>
+      <div class="stack">
         <section class="card" aria-labelledby="near-title">
           <h2 id="near-title">Near the limits</h2>
           <NearnessMeters now={now} />
         </section>
-      </div>
-      <div class="stack">
         <Rates now={now} />
-        <Newest />
       </div>
     </div>
   );

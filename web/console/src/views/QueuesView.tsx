@@ -42,14 +42,16 @@ function QueueRow({ queue }: { queue: Queue }) {
         </a>
         {queue.known ? null : <span class="badge warn">not known</span>}
       </th>
-      <td class="figure">{grouped(queue.count)}</td>
+      <td class="figure number">{grouped(queue.count)}</td>
       <td class="figure">{queue.oldest === undefined ? "–" : ageOf(queue.oldest)}</td>
-      <td class={queue.damaged > 0 ? "figure problem" : "figure"}>{grouped(queue.damaged)}</td>
+      <td class={queue.damaged > 0 ? "figure number problem" : "figure number"}>
+        {grouped(queue.damaged)}
+      </td>
       <td class="figure">
         {queue.newest === undefined ? "–" : dateTime(queue.newest, clock.value)}
       </td>
-      <td class="figure">{grouped(queue.highestId)}</td>
-      <td class="figure">{queue.type ?? "–"}</td>
+      <td class="figure number">{grouped(queue.highestId)}</td>
+      <td class="figure number">{queue.type ?? "–"}</td>
       <td class="wide">
         <Mixture queue={queue} />
       </td>
@@ -69,12 +71,20 @@ export function QueuesView() {
           <thead>
             <tr>
               <th scope="col">queue</th>
-              <th scope="col">events</th>
+              <th scope="col" class="number">
+                events
+              </th>
               <th scope="col">oldest</th>
-              <th scope="col">damaged</th>
+              <th scope="col" class="number">
+                damaged
+              </th>
               <th scope="col">newest</th>
-              <th scope="col">highest id</th>
-              <th scope="col">type</th>
+              <th scope="col" class="number">
+                highest id
+              </th>
+              <th scope="col" class="number">
+                type
+              </th>
               <th scope="col">kinds</th>
             </tr>
           </thead>
