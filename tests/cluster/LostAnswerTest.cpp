@@ -51,7 +51,12 @@ class ClusterLostAnswer : public testing::Test {
   Proxy proxy{etcd.endpoint(0)};
   ClusterClient direct{etcd.configuration()};
   ClusterClient patient{through(std::chrono::seconds(8))};
-  ClusterClient hasty{through(std::chrono::seconds(1))};
+};
+
+// Of a producer that soon gives up.
+class ClusterAnswerLostToAHastyProducer : public ClusterLostAnswer {
+ protected:
+  ClusterClient hasty{through(std::chrono::seconds(3))};
 };
 
 TEST_F(ClusterLostAnswer, ToAWriteIsSettledAndTheEventIsStoredOnce) {
@@ -97,7 +102,7 @@ TEST_F(ClusterLostAnswer, ToACopyIsSettledAndTheCopyIsStoredOnce) {
   EXPECT_EQ(allEvents(direct).size(), 10u);
 }
 
-TEST_F(ClusterLostAnswer, ToACopyThatFailedIsFoundByTheNextTry) {
+TEST_F(ClusterAnswerLostToAHastyProducer, ToACopyThatFailedIsFoundByTheNextTry) {
   ASSERT_EQ(store(hasty, "first"), 1u);
   proxy.setMute(true);
   EXPECT_EQ(store(hasty, "copied", 7), 0u);
@@ -117,17 +122,17 @@ TEST_F(ClusterLostAnswer, ToADeleteIsSettled) {
   EXPECT_EQ(eventAfter(patient, 0).id, 0u);
 }
 
-TEST_F(ClusterLostAnswer, UntilTheDeadlineFailsTheCallAndNamesTheEndpoint) {
+TEST_F(ClusterAnswerLostToAHastyProducer, UntilTheDeadlineFailsTheCallAndNamesTheEndpoint) {
   ASSERT_EQ(store(hasty, "first"), 1u);
   clearLog();
   const auto begin = History::now();
   failToStore(hasty, "second");
-  EXPECT_LT(History::now() - begin, std::chrono::milliseconds(2500));
+  EXPECT_LT(History::now() - begin, std::chrono::seconds(20));
   EXPECT_THAT(logged(), testing::AllOf(testing::HasSubstr("newEvent queue events"),
                                        testing::HasSubstr(proxy.endpoint())));
 }
 
-TEST_F(ClusterLostAnswer, IsFoundWhenTheSameEventIsHandedInAgain) {
+TEST_F(ClusterAnswerLostToAHastyProducer, IsFoundWhenTheSameEventIsHandedInAgain) {
   ASSERT_EQ(store(hasty, "first"), 1u);
   failToStore(hasty, "second");
   EXPECT_EQ(textsOf(allEvents(direct)), (std::vector<std::string>{"first", "second"}));
@@ -136,7 +141,7 @@ TEST_F(ClusterLostAnswer, IsFoundWhenTheSameEventIsHandedInAgain) {
   EXPECT_EQ(textsOf(allEvents(direct)), (std::vector<std::string>{"first", "second", "second"}));
 }
 
-TEST_F(ClusterLostAnswer, IsFoundAlsoAfterTheEventWasConsumed) {
+TEST_F(ClusterAnswerLostToAHastyProducer, IsFoundAlsoAfterTheEventWasConsumed) {
   ASSERT_EQ(store(hasty, "first"), 1u);
   failToStore(hasty, "second");
   ASSERT_EQ(direct.deleteEventById("events", 2, 0), 0u);
@@ -144,7 +149,7 @@ TEST_F(ClusterLostAnswer, IsFoundAlsoAfterTheEventWasConsumed) {
   EXPECT_EQ(textsOf(allEvents(direct)), (std::vector<std::string>{"first"}));
 }
 
-TEST_F(ClusterLostAnswer, IsFoundAlsoWhenOtherEventsCameInBetween) {
+TEST_F(ClusterAnswerLostToAHastyProducer, IsFoundAlsoWhenOtherEventsCameInBetween) {
   ASSERT_EQ(store(hasty, "first"), 1u);
   failToStore(hasty, "second");
   ASSERT_EQ(store(hasty, "copied", 2), 3u);
@@ -155,7 +160,7 @@ TEST_F(ClusterLostAnswer, IsFoundAlsoWhenOtherEventsCameInBetween) {
             (std::vector<std::string>{"first", "second", "copied", "third", "fourth"}));
 }
 
-TEST_F(ClusterLostAnswer, OfSeveralFailedCallsStoresEachEventOnce) {
+TEST_F(ClusterAnswerLostToAHastyProducer, OfSeveralFailedCallsStoresEachEventOnce) {
   ASSERT_EQ(store(hasty, "first"), 1u);
   const std::vector<std::string> texts{"a", "b", "c"};
   for (const std::string& text : texts) failToStore(hasty, text);
@@ -165,7 +170,7 @@ TEST_F(ClusterLostAnswer, OfSeveralFailedCallsStoresEachEventOnce) {
   EXPECT_EQ(stored, (std::vector<std::string>{"a", "b", "c", "first"}));
 }
 
-TEST_F(ClusterLostAnswer, OfARequestThatNeverArrivedStoresTheEventOnce) {
+TEST_F(ClusterAnswerLostToAHastyProducer, OfARequestThatNeverArrivedStoresTheEventOnce) {
   ASSERT_EQ(store(hasty, "first"), 1u);
   proxy.setDown(true);
   EXPECT_EQ(store(hasty, "second"), 0u);
@@ -176,7 +181,7 @@ TEST_F(ClusterLostAnswer, OfARequestThatNeverArrivedStoresTheEventOnce) {
   EXPECT_EQ(textsOf(allEvents(direct)), (std::vector<std::string>{"first", "third", "second"}));
 }
 
-TEST_F(ClusterLostAnswer, IsFoundAlsoWhenTheLeaseRanOutMeanwhile) {
+TEST_F(ClusterAnswerLostToAHastyProducer, IsFoundAlsoWhenTheLeaseRanOutMeanwhile) {
   ASSERT_EQ(store(hasty, "first"), 1u);
   failToStore(hasty, "second");
   std::string leases = etcd.etcdctl({"lease", "list"});
@@ -188,7 +193,7 @@ TEST_F(ClusterLostAnswer, IsFoundAlsoWhenTheLeaseRanOutMeanwhile) {
   EXPECT_EQ(textsOf(allEvents(direct)), (std::vector<std::string>{"first", "second", "third"}));
 }
 
-TEST_F(ClusterLostAnswer, DoesNotHideTheEventOfAnotherMemberWhenTheLeaseRanOut) {
+TEST_F(ClusterAnswerLostToAHastyProducer, DoesNotHideTheEventOfAnotherMemberWhenTheLeaseRanOut) {
   ASSERT_EQ(store(hasty, "first"), 1u);
   proxy.setDown(true);
   EXPECT_EQ(store(hasty, "second"), 0u);
