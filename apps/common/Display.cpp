@@ -1,5 +1,6 @@
 #include "apps/common/Display.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
@@ -137,6 +138,15 @@ std::string cutToWidth(std::string_view text, std::size_t columns) {
   if (displayWidth(text) <= columns) return std::string(text);
   if (columns == 0) return "";
   return std::string(text.substr(0, fittingBytes(text, columns - 1))) + "…";
+}
+
+std::string displayStart(std::string_view text, std::size_t columns) {
+  constexpr std::size_t kMostBytes = 4;  // of one character
+  std::size_t bytes = std::min(text.size(), kMostBytes * columns);
+  const bool isWhole = bytes == text.size();
+  for (std::size_t i = 1; !isWhole && i < kMostBytes && isContinuation(text[bytes]); ++i) --bytes;
+  const std::string shown = displayText(text.substr(0, bytes));
+  return cutToWidth(isWhole ? shown : shown + "…", columns);
 }
 
 std::vector<std::string> wrapToWidth(std::string_view text, std::size_t columns) {

@@ -27,6 +27,10 @@ std::size_t displayWidth(std::string_view text);
 // `text`, an output of displayText(), cut to at most `columns`; a cut ends in an ellipsis.
 std::string cutToWidth(std::string_view text, std::size_t columns);
 
+// The start of any text as displayText() shows it, in at most `columns`; a cut ends in an ellipsis.
+// Takes no longer for a text that is very long.
+std::string displayStart(std::string_view text, std::size_t columns);
+
 // `text`, an output of displayText(), in lines of at most `columns`, broken at blanks where
 // possible. Never empty.
 std::vector<std::string> wrapToWidth(std::string_view text, std::size_t columns);

@@ -17,6 +17,7 @@ namespace {
 
 constexpr auto kLatestDate = static_cast<unsigned long>(std::numeric_limits<long>::max());
 constexpr std::size_t kEventStringBytes = 2047;  // of every store
+constexpr std::size_t kLongestLine = 16384;      // of which more can be said than that
 constexpr std::size_t kRecordBytes = 2047;
 constexpr std::size_t kDataSelectionRecordBytes = 1023;
 
@@ -135,6 +136,11 @@ std::string whyNotAnEventString(const std::string& line) {
   if (kind == nullptr) return "its type " + std::to_string(type) + " is not one of 1 to 9";
   std::string problem = whyTextTooLong(line, *kind);
   if (!problem.empty()) return problem;
+  // The library would write all of it to the log.
+  if (line.size() > kLongestLine) {
+    return "it is " + std::to_string(line.size()) + " bytes long, and at most " +
+           std::to_string(kEventStringBytes) + " fit";
+  }
   return parseEvent(line) ? "" : whyNoSection(line, *kind);
 }
 

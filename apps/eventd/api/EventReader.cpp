@@ -23,9 +23,12 @@ using nlohmann::json;
 // An event, its fields, and a value in them.
 constexpr std::size_t kEventDepth = 2;
 
+// A longer name is none of ours, and is not sent back.
+constexpr std::size_t kLongestField = 64;
+
 [[noreturn]] void refuse(const std::string& detail, const std::string& field = "") {
   Problem problem{.kind = ProblemKind::kInvalidEvent, .detail = detail};
-  if (!field.empty()) problem.members["field"] = field;
+  if (!field.empty() && field.size() <= kLongestField) problem.members["field"] = field;
   throw Refused(std::move(problem));
 }
 
@@ -40,7 +43,7 @@ constexpr std::size_t kEventDepth = 2;
 
 std::string quoted(const std::string& text) {
   constexpr std::size_t kColumns = 60;
-  return "\"" + cutToWidth(displayText(text), kColumns) + "\"";
+  return "\"" + displayStart(text, kColumns) + "\"";
 }
 
 std::string keysOf(const EventKind& kind) {

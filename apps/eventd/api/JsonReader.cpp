@@ -12,6 +12,10 @@ namespace {
 
 using nlohmann::json;
 
+// What is quoted back may be as long as the whole body.
+constexpr std::size_t kNameColumns = 60;
+constexpr std::size_t kReasonColumns = 300;
+
 [[noreturn]] void refuse(const std::string& detail) {
   throw Refused(ProblemKind::kBadRequest, detail);
 }
@@ -61,7 +65,8 @@ class Guard {
 
   void addKey(const std::string& key) {
     if (!m_keys.back().insert(key).second) {
-      refuse("the member \"" + displayText(key) + "\" is there twice in one object; keep one");
+      refuse("the member \"" + displayStart(key, kNameColumns) +
+             "\" is there twice in one object; keep one");
     }
     if (m_keys.back().size() > m_bounds.members) {
       refuse("an object has more than " + std::to_string(m_bounds.members) + " members");
@@ -90,7 +95,7 @@ json readJson(std::string_view text, const JsonBounds& bounds) {
       return guard(depth, event, parsed);
     });
   } catch (const json::exception& problem) {
-    refuse("this is no JSON, at " + displayText(reasonOf(problem)));
+    refuse("this is no JSON, at " + displayStart(reasonOf(problem), kReasonColumns));
   }
 }
 

@@ -106,6 +106,17 @@ TEST(JsonReader, SaysWhereItIsNoJson) {
   EXPECT_EQ(refusal("{\"a\":\n}").substr(0, 38), "this is no JSON, at line 2, column 1: ");
 }
 
+// A body of megabytes must not come back as an answer of megabytes.
+TEST(JsonReader, QuotesNoMoreThanIsNeeded) {
+  const std::string much(1u << 20, 'x');
+  for (const std::string& text : {"[\"" + much, "[" + std::string(1u << 20, '1') + "]",
+                                  R"({")" + much + R"(":1,")" + much + R"(":2})"}) {
+    const std::string why = refusal(text);
+    EXPECT_LT(why.size(), 1000U) << why.substr(0, 1000);
+    EXPECT_NE(why.find("…"), std::string::npos) << why.substr(0, 1000);
+  }
+}
+
 TEST(Problems, HaveNamesOfTheirOwnAndStatuses) {
   for (const ProblemText& text : problemTexts()) {
     EXPECT_GE(text.status, 400U) << text.name;

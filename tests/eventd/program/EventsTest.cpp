@@ -169,6 +169,25 @@ TEST_F(Events, AreRefusedInABodyThatIsNone) {
   EXPECT_THAT(ids(), IsEmpty());
 }
 
+// Whoever sends megabytes is not sent them back, nor do they fill the log.
+TEST_F(Events, ThatAreWrongAndLongAreNotRepeated) {
+  start();
+  const std::string much(1u << 20, 'x');
+  const std::vector<std::pair<std::string, std::string>> bodies = {
+      {R"({")" + much + R"(":1})", "application/json"},
+      {R"({"kind":")" + much + R"("})", "application/json"},
+      {R"({"kind":"activity","fields":{")" + much + R"(":1}})", "application/json"},
+      {"EVENT{version:1;type:5;id:0;date:1;CAPACITYEVENT{" + much + "}}", "text/plain"},
+      {"EVENT{version:1;type:5;id:0;date:1;" + much, "text/plain"}};
+  for (const auto& [body, type] : bodies) {
+    const Reply reply = post("/v1/queues/0/events", body, type);
+    EXPECT_EQ(problemName(reply), "invalid-event");
+    EXPECT_LT(reply.body.size(), 2000U) << reply.body.substr(0, 2000);
+  }
+  stop();
+  EXPECT_LT(log().size(), 100000U);
+}
+
 TEST_F(Events, AreBoundedInNumberAndBytes) {
   write("eventd.ini", "[limits]\nbatch_events = 3\nbody_bytes = 2000\n");
   start();
