@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "EventSystem/platform/HostLog.h"
+#include "apps/eventd/api/Parameters.h"
 #include "apps/eventd/api/Problem.h"
 
 namespace EventApps {
@@ -42,9 +43,8 @@ AccessControl::AccessControl(const Configuration& configuration, const TokenStor
       m_failures(kFailuresPerSecond, kFailuresAtOnce) {}
 
 std::optional<Identity> AccessControl::identify(const Http::Request& request) {
-  const std::string_view authorization = request.header("Authorization");
-  if (!authorization.empty()) return ofToken(request, authorization);
-  return ofPeer(*request.peer);
+  const auto authorization = Api::onlyHeader(request, "Authorization");
+  return authorization ? ofToken(request, *authorization) : ofPeer(*request.peer);
 }
 
 Identity AccessControl::ofToken(const Http::Request& request, std::string_view authorization) {

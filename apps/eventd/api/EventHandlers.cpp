@@ -1,7 +1,5 @@
 // Single events and stretches of them: stored, read, removed.
 
-#include <strings.h>
-
 #include <algorithm>
 #include <chrono>
 #include <limits>
@@ -35,17 +33,6 @@ unsigned long idIn(const Call& call) {
   return requireNumber(call.argument("id"), kHighestId, "the event's id");
 }
 
-// The one value of a header; nothing when it is not there. Throws Refused for two.
-std::optional<std::string> onlyHeader(const Http::Request& request, const std::string& name) {
-  std::optional<std::string> value;
-  for (const auto& [one, text] : request.headers) {
-    if (::strcasecmp(one.c_str(), name.c_str()) != 0) continue;
-    if (value) throw Refused(ProblemKind::kBadRequest, "the header " + name + " is there twice");
-    value = text;
-  }
-  return value;
-}
-
 // The key of a client is not that of another one who happens to choose the same.
 std::optional<IdempotencyKey> keyIn(const Services& services, const Call& call, unsigned int dsid) {
   const auto key = onlyHeader(call.request(), "Idempotency-Key");
@@ -64,7 +51,7 @@ std::optional<IdempotencyKey> keyIn(const Services& services, const Call& call, 
   }
   const Http::Request& request = call.request();
   std::string body = std::to_string(dsid).append(" ").append(request.header("Content-Type"));
-  return IdempotencyKey{call.identity()->key() + " " + *key,
+  return IdempotencyKey{call.identity()->key().append(" ").append(*key),
                         body.append("\n").append(request.body)};
 }
 
@@ -112,7 +99,7 @@ std::string bodyOf(const ReadResult& result) {
     if (event != result.events.front()) body += ',';
     body += event->json();
   }
-  return body.append("],\"last\":").append(std::to_string(result.last)).append("}\n");
+  return body.append("],\"last\":").append(std::to_string(last)).append("}\n");
 }
 
 void answerRead(const CallPtr& call, const ReadResult& result) {

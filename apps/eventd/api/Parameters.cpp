@@ -8,6 +8,7 @@
 #include "apps/common/EventKinds.h"
 #include "apps/common/Numbers.h"
 #include "apps/eventd/api/Problem.h"
+#include "apps/eventd/http/Characters.h"
 
 namespace EventApps::Api {
 namespace {
@@ -104,6 +105,16 @@ std::set<int> Parameters::kinds(std::string_view name) const {
     numbers.insert(kind->number);
   }
   return numbers;
+}
+
+std::optional<std::string_view> onlyHeader(const Http::Request& request, std::string_view name) {
+  std::optional<std::string_view> found;
+  for (const auto& [given, value] : request.headers) {
+    if (!Http::equalInAnyCase(given, name)) continue;
+    if (found) refuse("the header " + std::string(name) + " is there twice");
+    found = value;
+  }
+  return found;
 }
 
 unsigned long requireNumber(std::string_view text, unsigned long high, const std::string& what) {

@@ -42,6 +42,10 @@ class Parameters {
   const Http::Request& m_request;
 };
 
+// The one value of a header; nothing when it is not there. Throws Refused for two: readers disagree
+// about which one counts.
+std::optional<std::string_view> onlyHeader(const Http::Request& request, std::string_view name);
+
 // A number in a path or header. Throws Refused, with `what` in its words.
 unsigned long requireNumber(std::string_view text, unsigned long high, const std::string& what);
 

@@ -150,6 +150,22 @@ TEST_F(Access, OverTheUnixSocketIsThatOfATokenThatIsShown) {
 }
 
 TEST_F(Access, FollowsTheFileOfTokens) {
+// Neither a proxy nor a reader of the log may take another header for the one that counts.
+TEST_F(Access, IsByOneHeaderAndNoOther) {
+  const std::string token = makeToken("reader", Role::kRead);
+  start();
+  const std::pair<std::string, std::string> good = {"Authorization", "Bearer " + token};
+  for (const auto& headers :
+       std::vector<decltype(Ask::headers)>{{good, {"authorization", "Bearer evt_x"}},
+                                           {good, good},
+                                           {{"Authorization", ""}, good},
+                                           {good, {"Authorization", ""}}}) {
+    EXPECT_EQ(problemName(request({.path = "/v1/whoami", .headers = headers})), "bad-request");
+  }
+  const Ask empty = {.path = "/v1/whoami", .headers = {{"Authorization", ""}}};
+  EXPECT_EQ(request(empty).status, 401U) << "not that of the user";
+}
+
   const std::string token = makeToken("one", Role::kRead);
   start();
   const std::string added = makeToken("two", Role::kRead);
