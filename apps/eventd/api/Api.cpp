@@ -7,6 +7,7 @@
 #include "EventSystem/platform/HostLog.h"
 #include "apps/eventd/api/Handlers.h"
 #include "apps/eventd/api/MediaTypes.h"
+#include "apps/eventd/http/Characters.h"
 
 namespace EventApps::Api {
 namespace {
@@ -29,6 +30,18 @@ void requireAcceptable(const Route& route, const Http::Request& request) {
                             "show a token, in the header \"Authorization: Bearer TOKEN\"; one "
                             "is made with: eventctl token add NAME --role ROLE",
                         .headers = {{"WWW-Authenticate", "Bearer"}}});
+}
+
+// A browser shows its user's certificate to us for whatever page asks it to. What a page of another
+// server asks for changes nothing here.
+void requireOwnPage(const Http::Request& request, const std::optional<Identity>& identity) {
+  if (isGet(request) || !identity || identity->via != "certificate") return;
+  const std::string_view origin = request.header("Origin");
+  if (origin.empty()) return;
+  if (Http::equalInAnyCase(origin, "https://" + std::string(request.header("Host")))) return;
+  throw Refused(ProblemKind::kForbidden,
+                "a page of another server asks for this (the header Origin), with the certificate "
+                "of its user; it takes a token to do so");
 }
 
 Role roleFor(Need need) {
@@ -103,6 +116,7 @@ Api::Permission Api::permit(const Http::Request& request) {
   return {std::move(match), std::move(identity)};
 }
 
+  requireOwnPage(request, identity);
 void Api::requireRole(const Route& route, const Http::Request& request,
                       const std::optional<Identity>& identity) const {
   if (route.need == Need::kNothing) return;
