@@ -58,8 +58,9 @@ Api::Api(Services& services)
 
 std::optional<Http::Response> Api::admit(const Http::Request& head) {
   try {
-    const Permission permission = permit(head);
-    limitRate(head, permission.identity);
+    auto identity = identify(head);
+    limitRate(head, identity);
+    permit(head, std::move(identity));
     return std::nullopt;
   } catch (const Refused& refused) {
     const Problem& problem = refused.problem();
@@ -74,7 +75,7 @@ void Api::handle(const std::shared_ptr<Http::Exchange>& exchange) {
   };
   CallPtr call;
   try {
-    Permission permission = permit(exchange->request());
+    Permission permission = permit(exchange->request(), identify(exchange->request()));
     const Route* const route = permission.match.route;
     call = std::make_shared<Call>(exchange, m_log, std::move(permission.identity),
                                   std::move(permission.match.arguments));
@@ -99,24 +100,27 @@ Http::Response Api::refuse(unsigned status, const std::string& detail) {
 }
 
 // Who asks is found out before what is there is told.
-Api::Permission Api::permit(const Http::Request& request) {
+std::optional<Identity> Api::identify(const Http::Request& request) {
   if (m_services.stopping) {
     throw Refused(Problem{.kind = ProblemKind::kUnavailable,
                           .detail = "the daemon is stopping",
                           .headers = {{"Retry-After", "5"}}});
   }
-  std::optional<Identity> identity = m_services.access.identify(request);
+  return m_services.access.identify(request);
+}
+
+Api::Permission Api::permit(const Http::Request& request, std::optional<Identity> identity) const {
   Match match = findRoute(request.method, request.path);
   if (match.route == nullptr) {
     if (!isGet(request)) throw Refused(ProblemKind::kNotFound, "there is nothing at this path");
     return {std::move(match), std::move(identity)};
   }
   requireRole(*match.route, request, identity);
+  requireOwnPage(request, identity);
   requireAcceptable(*match.route, request);
   return {std::move(match), std::move(identity)};
 }
 
-  requireOwnPage(request, identity);
 void Api::requireRole(const Route& route, const Http::Request& request,
                       const std::optional<Identity>& identity) const {
   if (route.need == Need::kNothing) return;

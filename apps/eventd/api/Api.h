@@ -37,7 +37,8 @@ class Api {
     std::optional<Identity> identity;
   };
 
-  Permission permit(const Http::Request& request);
+  std::optional<Identity> identify(const Http::Request& request);
+  Permission permit(const Http::Request& request, std::optional<Identity> identity) const;
   void requireRole(const Route& route, const Http::Request& request,
                    const std::optional<Identity>& identity) const;
   void limitRate(const Http::Request& request, const std::optional<Identity>& identity);

@@ -217,6 +217,20 @@ TEST_F(Access, IsLimitedInRateForEachOfThem) {
 }
 
 TEST_F(Access, ToTheSocketFileIsAsConfigured) {
+TEST_F(Access, IsLimitedInRateAlsoWhereItIsRefused) {
+  write("eventd.ini",
+        "[tcp]\nlisten = 127.0.0.1:0\n[limits]\nrequests_per_second = 0.001\nburst = 2\n");
+  const std::string token = makeToken("one", Role::kRead);
+  start();
+  for (const unsigned status : {403U, 403U, 429U}) {
+    EXPECT_EQ(requestTcp({.method = "POST", .path = "/v1/check", .token = token}).status, status);
+  }
+  for (const unsigned status : {401U, 404U, 429U}) {
+    EXPECT_EQ(requestTcp({.method = "GET", .path = status == 404U ? "/x" : "/v1/stats"}).status,
+              status);
+  }
+}
+
   write("eventd.ini", "[unix]\nmode = 0600\npath = s.sock\n");
   start();
   struct stat status {};
