@@ -11,6 +11,7 @@
 
 #include "apps/common/TokenFile.h"
 #include "apps/eventd/api/Router.h"
+#include "tests/eventd/http/Certificates.h"
 #include "tests/eventd/program/DaemonHome.h"
 
 namespace EventSystemTest {
@@ -149,7 +150,6 @@ TEST_F(Access, OverTheUnixSocketIsThatOfATokenThatIsShown) {
   EXPECT_EQ(request({.method = "POST", .path = "/v1/check", .token = token}).status, 403U);
 }
 
-TEST_F(Access, FollowsTheFileOfTokens) {
 // Neither a proxy nor a reader of the log may take another header for the one that counts.
 TEST_F(Access, IsByOneHeaderAndNoOther) {
   const std::string token = makeToken("reader", Role::kRead);
@@ -166,6 +166,7 @@ TEST_F(Access, IsByOneHeaderAndNoOther) {
   EXPECT_EQ(request(empty).status, 401U) << "not that of the user";
 }
 
+TEST_F(Access, FollowsTheFileOfTokens) {
   const std::string token = makeToken("one", Role::kRead);
   start();
   const std::string added = makeToken("two", Role::kRead);
@@ -216,7 +217,6 @@ TEST_F(Access, IsLimitedInRateForEachOfThem) {
   EXPECT_EQ(requestTcp({.path = "/v1/whoami", .token = two}).status, 200U);
 }
 
-TEST_F(Access, ToTheSocketFileIsAsConfigured) {
 TEST_F(Access, IsLimitedInRateAlsoWhereItIsRefused) {
   write("eventd.ini",
         "[tcp]\nlisten = 127.0.0.1:0\n[limits]\nrequests_per_second = 0.001\nburst = 2\n");
@@ -231,6 +231,7 @@ TEST_F(Access, IsLimitedInRateAlsoWhereItIsRefused) {
   }
 }
 
+TEST_F(Access, ToTheSocketFileIsAsConfigured) {
   write("eventd.ini", "[unix]\nmode = 0600\npath = s.sock\n");
   start();
   struct stat status {};
@@ -246,6 +247,44 @@ TEST_F(Access, IsInTheLogWithoutQueryAndToken) {
   EXPECT_THAT(log(), HasSubstr(" token:one GET /v1/queues/0/events 200 "));
   EXPECT_THAT(log(), Not(HasSubstr("471")));
   EXPECT_THAT(log(), Not(HasSubstr(token)));
+}
+
+TEST_F(Access, IsInTheLogInLinesThatNobodyCanForge) {
+  write("eventd.ini", "");
+  start();
+  get("/%20200%205%20bytes%c2%9b31m");
+  stop();
+  EXPECT_THAT(log(), HasSubstr(" GET /%20200%205%20bytes\\u{9b}31m 404 "));
+}
+
+// A page of another server can make a browser send requests with its user's certificate.
+TEST_F(Access, ByCertificateIsNotForPagesOfOtherServers) {
+  const Certificates certificates;
+  certificates.sign("server", "localhost", "serverAuth");
+  certificates.sign("client", "somebody", "clientAuth");
+  write("eventd.ini", "[tls]\nlisten = 127.0.0.1:0\ncertificate_file = " +
+                          certificates.file("server.crt").string() +
+                          "\nkey_file = " + certificates.file("server.key").string() +
+                          "\nclient_ca_file = " + certificates.authority().string() +
+                          "\nclient_role = write\n");
+  const std::string token = makeToken("one", Role::kWrite);
+  start();
+  RawClient client(port("https"));
+  ASSERT_TRUE(client.startTls(certificates.authority(), certificates.file("client.crt"),
+                              certificates.file("client.key")));
+  const auto post = [&](decltype(Ask::headers) headers) {
+    client.send(Ask{.method = "POST",
+                    .path = "/v1/queues/0/events",
+                    .body = statusEvent("n1"),
+                    .contentType = "application/json",
+                    .headers = std::move(headers)}
+                    .text());
+    return client.reply();
+  };
+  EXPECT_EQ(post({}).status, 201U);
+  EXPECT_EQ(post({{"Origin", "https://test"}}).status, 201U) << "the name that it is called by";
+  const Reply refused = post({{"Origin", "https://elsewhere"}});
+  EXPECT_EQ(problemName(refused), "forbidden");
 }
 
 }  // namespace
