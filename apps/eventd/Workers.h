@@ -23,7 +23,8 @@ class Workers {
   Workers(const Workers&) = delete;
   Workers& operator=(const Workers&) = delete;
 
-  // Runs the task soon; it must not throw. False when too many wait already, and after stop().
+  // Runs the task soon; what it throws is logged. False when too many wait already, and after
+  // stop().
   bool post(std::function<void()> task);
 
   // Runs what was posted to its end.
