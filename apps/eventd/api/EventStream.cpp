@@ -35,6 +35,7 @@ void EventStream::open(Subscription subscription) {
   m_open = true;
   m_call->exchange().send(kComment);
   if (sendWaiting()) m_resumes = kResumes;
+  if (m_ended) m_call->exchange().endStream();
 }
 
 // Whether nothing is left.
@@ -65,7 +66,10 @@ void EventStream::tick(Clock::time_point now, std::chrono::milliseconds heartbea
   m_call->exchange().send(kComment);
 }
 
+// Before the stream is open the exchange has nothing to end.
 void EventStream::end() {
+  const std::lock_guard lock(m_mutex);
+  m_ended = true;
   m_call->exchange().endStream();
 }
 

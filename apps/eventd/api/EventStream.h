@@ -55,6 +55,7 @@ class EventStream {
   Clock::time_point m_lastSent = Clock::now();
   int m_resumes = 0;  // still to be made
   bool m_open = false;
+  bool m_ended = false;
   bool m_closed = false;
 };
 
