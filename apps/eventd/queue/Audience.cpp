@@ -6,7 +6,7 @@
 namespace EventApps {
 namespace {
 
-constexpr std::size_t kEventsAtOnce = 256;  // for a subscriber
+constexpr std::size_t kEventsAtOnce = 64;  // for a subscriber
 
 bool concerns(const WaitingReader& reader, const Published& event) {
   const auto& types = reader.request.types;

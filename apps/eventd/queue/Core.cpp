@@ -8,7 +8,7 @@
 namespace EventApps {
 namespace {
 
-constexpr std::size_t kFetchedAtOnce = 256;  // for a subscriber
+constexpr std::size_t kFetchedAtOnce = 64;  // for a subscriber
 constexpr unsigned int kSelectionOfProbe = 1;
 constexpr std::chrono::seconds kProbeInterval(1);
 
@@ -24,7 +24,10 @@ Core::Core(EventSystemHost::Host& theHost, const ServiceLimits& theLimits,
       subscriberPlaces(theLimits.waiting),
       answers(std::make_shared<Worker>()),
       audience(theLimits, [this](const SubscriberPtr& subscriber) { fetch(subscriber); }),
-      flusher([this] { return host.waitDurable(); },
+      shortReads(theLimits.shortReads),
+      longReads(theLimits.longReads),
+      databasePlace(theHost.configuration().databaseFile),
+      flusher([this] { return flush(); },
               [this, observer](int status, double seconds) {
                 tally.note([&](ServiceCounters& all) {
                   ++(status == 0 ? all.flushes : all.failedFlushes);

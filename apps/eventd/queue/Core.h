@@ -24,6 +24,7 @@
 #include "apps/eventd/queue/Task.h"
 #include "apps/eventd/queue/Timer.h"
 
+#include "apps/eventd/queue/Turns.h"
 namespace EventApps {
 
 class Core {
@@ -70,6 +71,8 @@ class Core {
   // Of the answering thread.
   Audience audience;
 
+  Turns shortReads;
+  Turns longReads;
   Flusher flusher;
 
   // Of the queue thread.

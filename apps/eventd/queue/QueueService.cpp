@@ -33,6 +33,7 @@ class QueueService::Parts {
   }
 
   void read(const WaitingReaderPtr& reader, Timer::Clock::time_point end);
+  bool beginRead(const WaitingReaderPtr& reader, Timer::Clock::time_point end, Turns& turns);
   void answerRead(const WaitingReaderPtr& reader, Timer::Clock::time_point end,
                   ReadTask::Read read);
   void change(const char* name, std::function<void()> call, Changed done);
@@ -91,10 +92,25 @@ void QueueService::Parts::read(const WaitingReaderPtr& reader, Timer::Clock::tim
   if (reader->cancelled) return reader->release();
   const ReadRequest& request = reader->request;
   if (auto kept = core.audience.readKept(request)) return reader->answer(std::move(*kept));
+  const bool isShort = request.limit <= core.limits.shortRead;
+  Turns& turns = isShort ? core.shortReads : core.longReads;
+  turns.take([this, reader, end, &turns] { return beginRead(reader, end, turns); });
+}
+
+bool QueueService::Parts::beginRead(const WaitingReaderPtr& reader, Timer::Clock::time_point end,
+                                    Turns& turns) {
+  if (reader->cancelled) {
+    reader->release();
+    return false;
+  }
+  const ReadRequest& request = reader->request;
   ReadTask::Request toRead{request.dsid, request.after, request.limit, request.types};
-  core.run(std::make_shared<ReadTask>(
-      core, std::move(toRead),
-      [this, reader, end](ReadTask::Read read) { answerRead(reader, end, std::move(read)); }));
+  core.run(std::make_shared<ReadTask>(core, std::move(toRead),
+                                      [this, reader, end, &turns](ReadTask::Read read) {
+                                        answerRead(reader, end, std::move(read));
+                                        turns.end();
+                                      }));
+  return true;
 }
 
 void QueueService::Parts::answerRead(const WaitingReaderPtr& reader, Timer::Clock::time_point end,

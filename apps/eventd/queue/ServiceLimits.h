@@ -18,6 +18,12 @@ struct ServiceLimits {
   std::size_t keptEvents = 4096;
   std::size_t keptBytes = 4u << 20;
 
+  // Readings of the library at one time, of up to `shortRead` events and of more. Others wait for
+  // their turn: what they read takes memory, and answers to writers wait behind theirs.
+  std::size_t shortReads = 256;
+  std::size_t longReads = 4;
+  unsigned int shortRead = 100;
+
   // Idempotency keys: how long one is known at least, unless there are more rows than this; one row
   // for each event of a request. Where more are needed the oldest go first.
   std::chrono::seconds keyLife = std::chrono::hours(24);

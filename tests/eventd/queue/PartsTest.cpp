@@ -12,6 +12,7 @@
 #include "apps/eventd/queue/Flusher.h"
 #include "apps/eventd/queue/Places.h"
 #include "apps/eventd/queue/Timer.h"
+#include "apps/eventd/queue/Turns.h"
 #include "apps/eventd/queue/Worker.h"
 #include "tests/eventd/queue/ServiceFixture.h"
 
@@ -191,6 +192,31 @@ TEST(PlacesToWait, AreTakenInBothOrInNeither) {
   EXPECT_EQ(many.taken(), 1u);
   both.reset();
   EXPECT_EQ(few.taken() + many.taken(), 0u);
+}
+
+TEST(TurnsOfMany, AreTakenInOrderByNoMoreThanThereAre) {
+  EventApps::Turns turns(2);
+  std::string begun;
+  const auto take = [&](char name, bool needed = true) {
+    turns.take([&begun, name, needed] {
+      begun += name;
+      return needed;
+    });
+  };
+  for (const char name : {'a', 'b', 'c'}) take(name);
+  take('d', false);
+  take('e');
+  EXPECT_EQ(begun, "ab");
+  turns.end();
+  EXPECT_EQ(begun, "abc");
+  turns.end();
+  EXPECT_EQ(begun, "abcde") << "who needs no turn leaves it to the next";
+  turns.end();
+  turns.end();
+  take('f');
+  take('g');
+  take('h');
+  EXPECT_EQ(begun, "abcdefg");
 }
 
 TEST(Digests, AreThatOfTheirText) {

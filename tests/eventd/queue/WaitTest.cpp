@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 
 #include "EventSystem/ResultCode.h"
@@ -153,6 +154,32 @@ TEST_F(Wait, IsRefusedWhenTooManyDo) {
   first.handle->cancel();
   EXPECT_TRUE(eventually([&] { return waiting() == 1; }));
   EXPECT_TRUE(wait({0, 0, 10, {}, kLong}).handle);
+}
+
+// Many who read much wait for each other; who reads little does not wait for all of them.
+TEST_F(Wait, IsNotForAllTheLongReadingsOfOthers) {
+  constexpr long kLongOnes = 20;
+  limits.longReads = 1;
+  limits.shortRead = 1;
+  limits.keptEvents = 1;
+  start();
+  store(manyEvents(10));
+  std::vector<std::size_t> counts;  // of the answering thread
+  std::atomic<long> answered = 0;
+  const auto ask = [&](unsigned int limit) {
+    service().read({0, 0, limit, {}, {}}, [&](const ReadResult& result) {
+      counts.push_back(result.events.size());
+      ++answered;
+    });
+  };
+  // All of them are there before the first is answered.
+  service().find(1, 0, [&](const EventApps::FindResult&) {
+    for (long i = 0; i < kLongOnes; ++i) ask(limits.shortRead + 1);
+    ask(1);
+  });
+  ASSERT_TRUE(eventually([&] { return answered == kLongOnes + 1; }));
+  EXPECT_EQ(std::min(counts.at(0), counts.at(1)), 1u) << "it waited for more than one of them";
+  EXPECT_EQ(std::count(counts.begin(), counts.end(), limits.shortRead + 1), kLongOnes);
 }
 
 TEST_F(Wait, OfAThousandReadersEndsAtOnce) {
