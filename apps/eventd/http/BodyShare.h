@@ -1,4 +1,4 @@
-// How much of the memory for bodies one request has; given back at its end.
+// How much of the memory for bodies one request or answer has; given back at its end.
 //
 // Thread safety: none; the sum that several of them share is atomic.
 

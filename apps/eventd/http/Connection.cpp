@@ -234,6 +234,7 @@ void Connection::onWake() {
   m_answerEnds = output.ended;
   if (output.head) sendHead(std::move(*output.head), output.stream);
   if (m_isStream && !m_bodyless) send(std::move(output.bytes));
+  if (m_isStream && !isBacklogGranted()) return close();
   sendMore();
 }
 
@@ -251,12 +252,35 @@ void Connection::answerAtOnce(Response&& response, bool keepAlive) {
   sendMore();
 }
 
+// However long a client may take to read them, answers do not fill the memory. Those that are no
+// longer than any refusal always go.
+bool Connection::isAnswerGranted(const Response& response) {
+  if (m_bodyless || response.body.size() <= kSendBytes) return true;
+  m_answerShare.emplace(m_core->answers);
+  if (m_answerShare->grow(response.body.size()) <= m_core->limits.answersBytes) return true;
+  m_answerShare.reset();
+  return false;
+}
+
+// The same for what a stream has not sent yet; whoever is cut off comes back for it.
+bool Connection::isBacklogGranted() {
+  if (!m_answerShare) m_answerShare.emplace(m_core->answers);
+  const std::size_t unsent = m_outlet->unsent();
+  return m_answerShare->grow(unsent) <= m_core->limits.answersBytes || unsent <= kSendBytes;
+}
+
 void Connection::sendHead(Response&& response, bool stream) {
   if (!isSendable(response) || (stream && !mayHaveBody(response.status))) {
     m_core->complain("An answer had a status or a header that cannot be sent.");
     response = {500, {}, {}, {}};
     stream = false;
     m_answerEnds = true;
+  }
+  if (!stream && !isAnswerGranted(response)) {
+    ++m_core->requestsRefused;
+    response = m_core->refusalFor(
+        503, "The answers that are being sent take all the memory for them; try again later.");
+    response.headers.emplace_back("Retry-After", "5");
   }
   m_isStream = stream;
   const Framing framing = !stream                ? Framing::kLength
@@ -283,7 +307,7 @@ void Connection::sendMore() {
   if (!m_pending.empty()) {
     m_sending = std::move(m_pending.front());
     m_pending.pop_front();
-    m_sent = 0;
+    m_sent = m_sentInTime = 0;
     return writeRest();
   }
   if (m_phase != Phase::kAnswering) return;
@@ -293,7 +317,11 @@ void Connection::sendMore() {
 
 void Connection::writeRest() {
   m_isSending = true;
-  if (m_phase == Phase::kAnswering) setDeadline(m_core->limits.writeTime);
+  const bool isNextDue = m_sent == 0 || m_sent - m_sentInTime >= m_core->limits.takenInTime;
+  if (m_phase == Phase::kAnswering && isNextDue) {
+    m_sentInTime = m_sent;
+    setDeadline(m_core->limits.writeTime);
+  }
   writeSome(boost::asio::buffer(m_sending) + m_sent);
 }
 
@@ -304,6 +332,7 @@ void Connection::onWritten(const Error& error, std::size_t bytes) {
     m_core->bytesOut += bytes;
     m_sent += bytes;
     if (m_outlet) m_outlet->sent(bytes);
+    if (m_outlet && m_isStream) isBacklogGranted();
     if (m_sent < m_sending.size()) return writeRest();
     m_sending = {};
     sendMore();
@@ -312,6 +341,7 @@ void Connection::onWritten(const Error& error, std::size_t bytes) {
 
 void Connection::answered() {
   m_answerEnds = false;
+  m_answerShare.reset();
   if (const auto outlet = std::exchange(m_outlet, {})) call(outlet->end());
   if (m_keepAlive && !(m_core->stopping && m_input.size() == 0)) {
     beginRequest();
@@ -360,6 +390,7 @@ void Connection::close() noexcept {
   socket().close(ignored);
   m_pending.clear();
   m_share.reset();
+  m_answerShare.reset();
   if (const auto outlet = std::exchange(m_outlet, {})) call(outlet->end());
   m_core->connections.leave(this);
 }

@@ -96,6 +96,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
   bool takeStep();
   void acceptHead();
   bool isBodyGranted();
+  bool isAnswerGranted(const Response& response);
+  bool isBacklogGranted();
   void handle();
   void readMore();
   void clientGone();
@@ -126,10 +128,12 @@ class Connection : public std::enable_shared_from_this<Connection> {
   bool m_isReading = false;
   bool m_readEnded = false;  // the client sends no more
 
+  std::optional<BodyShare> m_answerShare;
   std::shared_ptr<Outlet> m_outlet;   // of the request that the handler has
   std::deque<std::string> m_pending;  // to be sent after m_sending
   std::string m_sending;
-  std::size_t m_sent = 0;  // of m_sending
+  std::size_t m_sent = 0;        // of m_sending
+  std::size_t m_sentInTime = 0;  // of it, when the deadline was set
   bool m_isSending = false;
   bool m_isStream = false;
   bool m_answerEnds = false;  // with what is pending

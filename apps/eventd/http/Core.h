@@ -32,7 +32,8 @@ struct Core {
   Server::Complaint complaint;
 
   std::atomic<bool> stopping = false;
-  std::atomic<std::size_t> bodies = 0;  // bytes, of all requests in work
+  std::atomic<std::size_t> bodies = 0;   // bytes, of all requests in work
+  std::atomic<std::size_t> answers = 0;  // bytes, of all answers that are being sent
   std::atomic<std::uint64_t> acceptFailures = 0;
   std::atomic<std::uint64_t> handshakesFailed = 0;
   std::atomic<std::uint64_t> requests = 0;

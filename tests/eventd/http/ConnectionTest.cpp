@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/un.h>
 
 #include <chrono>
@@ -116,6 +117,69 @@ TEST(SlowReader, IsCutOff) {
   server.keptOne()->respond({200, "", std::string(32u << 20, 'x'), {}});
   EXPECT_TRUE(eventually([&] { return server.server().figures().connectionsOpen == 0; }));
   EXPECT_FALSE(client.reply().whole);
+}
+
+// Some bytes now and then keep no answer in memory for ever.
+TEST(SlowReader, IsCutOffHoweverBusyItLooks) {
+  Http::Limits limits;
+  limits.writeTime = milliseconds(500);
+  limits.takenInTime = 1u << 20;
+  TestServer server(limits);
+  RawClient client = server.client();
+  client.get("/wait");
+  server.keptOne()->respond({200, "", std::string(64u << 20, 'x'), {}});
+  std::vector<char> some(32768);  // eight times in that time: a quarter of what it should take
+  auto next = std::chrono::steady_clock::now();
+  EXPECT_TRUE(eventually([&] {
+    if (std::chrono::steady_clock::now() >= next) {
+      ::recv(client.descriptor(), some.data(), some.size(), MSG_DONTWAIT);
+      next = std::chrono::steady_clock::now() + limits.writeTime / 8;
+    }
+    return server.server().figures().connectionsOpen == 0;
+  }));
+}
+
+TEST(Answers, AreBoundedTogether) {
+  Http::Limits limits;
+  limits.answersBytes = 40u << 20;
+  TestServer server(limits);
+  const auto ask = [&](RawClient& client) {
+    client.get("/wait");
+    server.keptOne()->respond({200, "", std::string(32u << 20, 'x'), {}});
+  };
+  RawClient slow = server.client();
+  ask(slow);
+  EXPECT_TRUE(eventually([&] { return server.server().figures().bytesOut > 0; }));
+  RawClient second = server.client();
+  ask(second);
+  const Reply refused = second.reply();
+  EXPECT_EQ(503u, refused.status);
+  EXPECT_EQ("5", refused.headers.at("retry-after"));
+  EXPECT_EQ("hello", second.ask("/hello").body);
+  EXPECT_TRUE(slow.reply().whole);
+  EXPECT_EQ("hello", slow.ask("/hello").body);
+  ask(second);
+  EXPECT_EQ(200u, second.reply().status);
+}
+
+TEST(Answers, AreBoundedTogetherWithWhatStreamsHaveNotSent) {
+  Http::Limits limits;
+  limits.answersBytes = 1u << 20;
+  TestServer server(limits);
+  const std::string much(900000, 'x');  // less than a stream may have unsent
+  RawClient first = server.client();
+  first.get("/stream");
+  const auto one = server.keptOne();
+  EXPECT_TRUE(one->send(much));
+  EXPECT_TRUE(eventually([&] { return server.server().figures().bytesOut > 1000; }));
+  RawClient second = server.client();
+  second.get("/stream");
+  const auto other = server.keptOne();
+  other->send(much);
+  EXPECT_TRUE(eventually([&] { return server.closed == 1; }));
+  EXPECT_FALSE(second.reply().whole);
+  EXPECT_EQ(200u, first.reply(true).status);
+  EXPECT_EQ(much, first.chunks(much.size()));
 }
 
 TEST(PipeliningClient, IsReadFromWithinBounds) {

@@ -222,6 +222,29 @@ TEST_F(Events, AreReadFromWhereOneLeftOff) {
   EXPECT_EQ(jsonOf(get("/v1/queues/0/events?after=3")), json::parse(R"({"events":[],"last":3})"));
 }
 
+// However long events are, a page of them is not: the next one goes on behind it.
+TEST_F(Events, AreReadInPagesThatFitIntoMemory) {
+  start();
+  std::string text;
+  for (int i = 0; i < 1000; ++i) text += "\\u0001";  // six bytes of JSON, twice, for one
+  constexpr unsigned long kMany = 500;
+  std::string body;
+  for (unsigned long i = 0; i < kMany; ++i) {
+    body.append(R"({"kind":"activity","fields":{"action":1,"severity":2,"msg":")").append(text);
+    body.append("\"}}\n");
+  }
+  ASSERT_EQ(post("/v1/queues/0/events", body, "application/x-ndjson").status, 201U);
+  unsigned long last = 0;
+  for (int pages = 1; last < kMany; ++pages) {
+    const Reply reply = get("/v1/queues/0/events?limit=1000&after=" + std::to_string(last));
+    EXPECT_LE(reply.body.size(), 5u << 20);
+    const json page = jsonOf(reply);
+    for (const json& one : page["events"]) ASSERT_EQ(one["id"], ++last);
+    EXPECT_EQ(page["last"], last);
+    ASSERT_LE(pages, 3);
+  }
+}
+
 TEST_F(Events, AreFilteredByKind) {
   start();
   add("a");
