@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::size_t kFetchedAtOnce = 64;  // for a subscriber
 constexpr unsigned int kSelectionOfProbe = 1;
+constexpr int kDatabaseGone = 14;  // as the database calls a file that is not there
 constexpr std::chrono::seconds kProbeInterval(1);
 
 }  // namespace
@@ -60,6 +61,12 @@ Core::~Core() {
   answers->finish();
 }
 
+int Core::flush() const {
+  const int status = host.waitDurable();
+  const bool isSafe = status != 0 || host.cluster() != nullptr || databasePlace.isKept();
+  return isSafe ? status : kDatabaseGone;
+}
+
 void Core::run(TaskPtr task) {
   m_queue.post([this, task = std::move(task)] { runSlice(task); });
 }
@@ -107,6 +114,11 @@ void Core::flushFailed(int status) {
 }
 
 std::string Core::flushProblem(int status) const {
+  if (status == kDatabaseGone) {
+    return host.configuration().databaseFile.string() +
+           ": the file was removed or replaced while it is in use; what was just done is lost when "
+           "this process ends. Put it back where it was, or stop the daemon and restore a backup";
+  }
   return host.configuration().databaseFile.string() + ": a flush failed (status " +
          std::to_string(status) +
          "); what was just done may not survive power loss; the log says why";

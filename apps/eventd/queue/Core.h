@@ -15,6 +15,7 @@
 #include "apps/eventd/queue/Audience.h"
 #include "apps/eventd/queue/AuditWatch.h"
 #include "apps/eventd/queue/FiguresCache.h"
+#include "apps/eventd/queue/FilePlace.h"
 #include "apps/eventd/queue/Flusher.h"
 #include "apps/eventd/queue/Health.h"
 #include "apps/eventd/queue/KeyDesk.h"
@@ -23,8 +24,8 @@
 #include "apps/eventd/queue/SelectionSet.h"
 #include "apps/eventd/queue/Task.h"
 #include "apps/eventd/queue/Timer.h"
-
 #include "apps/eventd/queue/Turns.h"
+
 namespace EventApps {
 
 class Core {
@@ -70,9 +71,10 @@ class Core {
 
   // Of the answering thread.
   Audience audience;
-
   Turns shortReads;
   Turns longReads;
+
+  const FilePlace databasePlace;
   Flusher flusher;
 
   // Of the queue thread.
@@ -84,6 +86,7 @@ class Core {
   Timer timer;
 
  private:
+  int flush() const;
   void runSlice(const TaskPtr& task);
   void flushFailed(int status);
   void tryQueues();

@@ -126,6 +126,21 @@ TEST_F(Flush, ThatFailsIsToldToAllThatWait) {
   EXPECT_EQ(service().counters().written.at(EventSystem::kCapacityEvent), 1u);
 }
 
+// A file without a name takes everything that is written to it, and is gone with its process.
+TEST_F(Flush, ToADatabaseThatWasRemovedFails) {
+  start();
+  storeOne();
+  const auto elsewhere = home() / "moved.db";
+  std::filesystem::rename(database(), elsewhere);
+  auto lost = storeLater();
+  EXPECT_EQ(resultOf(lost).code, EventSystem::kStoreFailure);
+  EXPECT_FALSE(service().readiness().ready);
+  std::filesystem::rename(elsewhere, database());
+  EXPECT_TRUE(eventually([&] { return service().readiness().ready; }));
+  auto kept = storeLater();
+  EXPECT_EQ(resultOf(kept).code, 0);
+}
+
 TEST_F(Flush, ThatFailedOnceLeavesNobodyBehind) {
   for (const char* const durability : {"group", "relaxed"}) {
     useDurability(durability);
