@@ -38,9 +38,16 @@ NewFile::NewFile(std::filesystem::path file, bool overwrite)
   if (m_descriptor < 0) fail("cannot be created");
   std::error_code error;
   const bool taken = std::filesystem::exists(std::filesystem::symlink_status(m_file, error));
-  if (!taken || m_overwrite) return;
+  // A device, for one, would be gone for everybody.
+  const auto behind = std::filesystem::status(m_file, error);
+  const bool isSpecial =
+      std::filesystem::exists(behind) && !std::filesystem::is_regular_file(behind);
+  if (!isSpecial && (!taken || m_overwrite)) return;
   ::close(m_descriptor);
   ::unlink(m_temporary.c_str());
+  if (isSpecial && m_overwrite) {
+    throw Failure(m_file.string() + ": is no regular file, and is not replaced; name another");
+  }
   errno = EEXIST;
   fail("cannot be created");
 }

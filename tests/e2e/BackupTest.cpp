@@ -114,6 +114,21 @@ TEST_F(Backup, ReplacesNoFileUnasked) {
   EXPECT_THAT(idsIn(file()), ElementsAre(1));
 }
 
+// What is no file, as a device, belongs to more than one.
+TEST_F(Backup, NeverReplacesWhatIsNoRegularFile) {
+  add("a");
+  ASSERT_EQ(::mkfifo(file().c_str(), 0600), 0);
+  const auto link = home() / "link";
+  std::filesystem::create_symlink(file(), link);
+  for (const auto& target : {file(), link}) {
+    const Outcome outcome = run({"backup", "--force", target.string()});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("is no regular file, and is not replaced"));
+  }
+  EXPECT_TRUE(std::filesystem::is_fifo(file()));
+  EXPECT_TRUE(std::filesystem::is_symlink(link));
+}
+
 TEST_F(Backup, NeverWritesOverTheDatabaseItself) {
   add("a");
   std::filesystem::create_hard_link(database(), home() / "another-name");

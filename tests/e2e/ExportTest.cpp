@@ -105,6 +105,16 @@ TEST_P(Export, MakesAFileForItsOwnerOnly) {
   EXPECT_EQ(status.st_nlink, 1u);
 }
 
+TEST_P(Export, NeverReplacesWhatIsNoRegularFile) {
+  add("a");
+  const auto pipe = home() / "pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  const Outcome outcome = run({"export", "--force", pipe.string()});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("is no regular file, and is not replaced"));
+  EXPECT_TRUE(std::filesystem::is_fifo(pipe));
+}
+
 TEST_P(Export, ReplacesNoFileUnasked) {
   add("a");
   const auto file = write("events.txt", "mine\n");
