@@ -85,12 +85,13 @@ test("The figures follow the queue", async ({ page, enter, produce, marker }) =>
   const figure = page.locator(".figure-card").filter({ hasText: "Events in the queues" });
   const count = async () =>
     Number((await figure.locator("dd").first().innerText()).replace(/\D/g, ""));
+  await produce.addQueue("23");
   const before = await count();
   const events = Array.from({ length: 100 }, () => ({
     kind: "legacy",
     fields: { payload: marker },
   }));
-  await produce.sendText(JSON.stringify(events));
+  await produce.sendText(JSON.stringify(events), "23");
   await expect.poll(count).toBeGreaterThanOrEqual(before + 100);
 });
 

@@ -51,6 +51,9 @@ void FiguresCache::refresh() {
   m_latest = figures;
   m_readAt = figures->problem.empty() ? changes : 0;
   m_nextReading = std::max<Clock::time_point>(begin + share, end + m_limits.figuresAge);
+  if (!figures->problem.empty()) {
+    m_nextReading = std::min<Clock::time_point>(m_nextReading, end + m_limits.figuresRetry);
+  }
   m_reading = false;
   m_answers.post([figures, waiting = std::exchange(m_waiting, {})] {
     for (const Done& done : waiting) done(figures);

@@ -36,6 +36,9 @@ struct ServiceLimits {
   // Figures are read anew at most this often, and never take more than this part of the time.
   std::chrono::milliseconds figuresAge{0};
   double figuresShare = 0.05;
+  // Where they could not be read, the next one who asks after this has them tried again: what was
+  // in the way, as a cluster without a leader, may take long to fail and be gone soon.
+  std::chrono::milliseconds figuresRetry{5000};
 };
 
 }  // namespace EventApps

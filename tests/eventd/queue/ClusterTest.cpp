@@ -94,5 +94,20 @@ TEST_F(ClusterService, SaysThatTheServiceIsAwayAndGoesOnWhenItIsBack) {
   EXPECT_EQ(store(eventsOf({"b"})).code, 0);
 }
 
+TEST_F(ClusterService, HasFiguresAgainSoonAfterTheServiceIsBack) {
+  stop();
+  limits.figuresShare = 1e-6;  // what was read once is good for hours
+  limits.figuresRetry = std::chrono::milliseconds(20);
+  start();
+  const auto problem = [&] {
+    return answerOf<EventApps::FiguresPtr>([&](auto done) { service().figures(std::move(done)); })
+        ->problem;
+  };
+  m_etcd.kill(0);
+  EXPECT_THAT(problem(), HasSubstr(m_etcd.endpoint(0)));
+  m_etcd.start(0);
+  EXPECT_TRUE(eventually([&] { return problem().empty(); }));
+}
+
 }  // namespace
 }  // namespace EventSystemTest
