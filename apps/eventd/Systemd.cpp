@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 #include <ctime>
+#include <numeric>
 
 #include "apps/common/Failure.h"
 
@@ -16,8 +17,8 @@ std::vector<int> takeSockets() {
     throw Failure(std::string("the sockets of the service manager cannot be taken over: ") +
                   std::strerror(-count));
   }
-  std::vector<int> sockets;
-  for (int i = 0; i < count; ++i) sockets.push_back(SD_LISTEN_FDS_START + i);
+  std::vector<int> sockets(static_cast<std::size_t>(count));
+  std::iota(sockets.begin(), sockets.end(), SD_LISTEN_FDS_START);
   return sockets;
 }
 

@@ -18,6 +18,7 @@ class Connection {
     sqlite3* opened = nullptr;
     m_status = sqlite3_open_v2(file.c_str(), &opened, flags, disk);
     m_connection.reset(opened);
+    sqlite3_busy_timeout(opened, 10000);  // a host may be taking the rows in
   }
 
   // An empty text, or SQLite's words for what failed.

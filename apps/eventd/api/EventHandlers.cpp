@@ -24,7 +24,7 @@ constexpr unsigned long kUsuallyRead = 100;
 constexpr int kLongestWait = 60;
 constexpr std::size_t kLongestKey = 128;
 constexpr std::size_t kLargestPage = 4u << 20;  // bytes; many times an event's
-constexpr std::size_t kSmallBody = 64 * 1024;   // is read at once; others may take their time
+constexpr std::size_t kSmallBody = 64u << 10;   // is read at once; others may take their time
 
 std::string queuePath(unsigned int dsid) {
   return "/v1/queues/" + std::to_string(dsid) + "/events";

@@ -90,7 +90,7 @@ void Connection::onOpen(const Error& error) {
 
 void Connection::beginRequest() {
   m_phase = Phase::kReading;
-  m_begun = m_bodyless = m_isStream = false;
+  m_begun = m_bodyless = m_looksOnly = m_isStream = false;
   m_reader.reset();
   m_share.reset();
   setDeadline(m_core->limits.idle);
@@ -141,6 +141,7 @@ void Connection::acceptHead() {
   Request& request = m_reader.request();
   request.peer = &m_peer;
   m_bodyless = request.method == "HEAD";
+  m_looksOnly = request.method == "GET";
   if (m_core->admit) {
     std::optional<Response> answer;
     try {
@@ -253,11 +254,12 @@ void Connection::answerAtOnce(Response&& response, bool keepAlive) {
 }
 
 // However long a client may take to read them, answers do not fill the memory. Those that are no
-// longer than any refusal always go.
+// longer than any refusal always go, and so do those that tell what was changed.
 bool Connection::isAnswerGranted(const Response& response) {
   if (m_bodyless || response.body.size() <= kSendBytes) return true;
   m_answerShare.emplace(m_core->answers);
-  if (m_answerShare->grow(response.body.size()) <= m_core->limits.answersBytes) return true;
+  const bool fits = m_answerShare->grow(response.body.size()) <= m_core->limits.answersBytes;
+  if (fits || !m_looksOnly) return true;
   m_answerShare.reset();
   return false;
 }

@@ -123,8 +123,9 @@ class Connection : public std::enable_shared_from_this<Connection> {
   boost::beast::flat_buffer m_input;
   RequestReader m_reader;
   std::optional<BodyShare> m_share;
-  bool m_begun = false;     // some of the request is here
-  bool m_bodyless = false;  // it asks for a head only
+  bool m_begun = false;      // some of the request is here
+  bool m_bodyless = false;   // it asks for a head only
+  bool m_looksOnly = false;  // it asks for what can be asked for again
   bool m_isReading = false;
   bool m_readEnded = false;  // the client sends no more
 

@@ -30,7 +30,7 @@ Readiness Health::readiness() const {
 }
 
 std::string Health::whyNot() const {
-  const std::string damage = m_host.damage();
+  std::string damage = m_host.damage();
   if (!damage.empty()) return damage;
   {
     const std::lock_guard lock(m_mutex);

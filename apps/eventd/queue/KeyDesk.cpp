@@ -76,7 +76,7 @@ KeyDesk::KeyDesk(EventSystemHost::Host& host, const ServiceLimits& limits) : m_l
 }
 
 std::filesystem::path KeyDesk::writeDefinition(const EventSystemHost::Host& host) {
-  const auto file = host.configuration().databaseDirectory / "eventd-tables.ini";
+  auto file = host.configuration().databaseDirectory / "eventd-tables.ini";
   std::ofstream(file) << kDefinition;
   std::error_code ignored;
   std::filesystem::permissions(

@@ -36,7 +36,7 @@ class QueueService::Parts {
   bool beginRead(const WaitingReaderPtr& reader, Timer::Clock::time_point end, Turns& turns);
   void answerRead(const WaitingReaderPtr& reader, Timer::Clock::time_point end,
                   ReadTask::Read read);
-  void change(const char* name, std::function<void()> call, Changed done);
+  void change(const char* name, std::function<void()> call, const Changed& done);
   void removeFound(unsigned int dsid, unsigned long end, bool dryRun, const RemoveTask::Done& done);
   void startSubscriber(const SubscriberPtr& subscriber, std::optional<unsigned long> after);
 
@@ -177,7 +177,8 @@ void QueueService::Parts::startSubscriber(const SubscriberPtr& subscriber,
   }));
 }
 
-void QueueService::find(unsigned long id, unsigned int dsid, std::function<void(FindResult)> done) {
+void QueueService::find(unsigned long id, unsigned int dsid,
+                        const std::function<void(FindResult)>& done) {
   const auto operation = m_parts->begin("find", [done] {
     done({nullptr, EventSystem::kStoreFailure, kEnding});
   });
@@ -200,7 +201,7 @@ void QueueService::find(unsigned long id, unsigned int dsid, std::function<void(
 }
 
 void QueueService::remove(unsigned long id, unsigned int dsid,
-                          std::function<void(RemoveResult)> done) {
+                          const std::function<void(RemoveResult)>& done) {
   const auto operation = m_parts->begin("remove", [done] {
     done({false, EventSystem::kStoreFailure, kEnding});
   });
@@ -213,7 +214,7 @@ void QueueService::remove(unsigned long id, unsigned int dsid,
 }
 
 void QueueService::removeUpTo(std::optional<unsigned long> upTo, unsigned int dsid, bool dryRun,
-                              std::function<void(RemoveUpToResult)> done) {
+                              const std::function<void(RemoveUpToResult)>& done) {
   const auto operation = m_parts->begin("remove_up_to", [done] {
     done({0, 0, EventSystem::kStoreFailure, kEnding});
   });
@@ -256,7 +257,7 @@ void QueueService::Parts::removeFound(unsigned int dsid, unsigned long end, bool
       [this, counted, done] { core.answer([counted, done](int) { done(counted); }); });
 }
 
-void QueueService::check(bool fix, std::function<void(CheckResult)> done) {
+void QueueService::check(bool fix, const std::function<void(CheckResult)>& done) {
   const auto operation = m_parts->begin("check", [done] { done({{}, kEnding}); });
   if (!operation) return;
   m_parts->core.run(std::make_shared<CheckTask>(
@@ -264,7 +265,8 @@ void QueueService::check(bool fix, std::function<void(CheckResult)> done) {
 }
 
 // What `call` does is durable when it returns.
-void QueueService::Parts::change(const char* name, std::function<void()> call, Changed done) {
+void QueueService::Parts::change(const char* name, std::function<void()> call,
+                                 const Changed& done) {
   const auto operation = begin(name, [done] { done({kEnding}); });
   if (!operation) return;
   const auto answer = [this, operation, done](const ChangeResult& result) {
@@ -283,7 +285,7 @@ void QueueService::Parts::change(const char* name, std::function<void()> call, C
       [answer](const std::string& why) { answer({why}); }));
 }
 
-void QueueService::addDataSelection(const DataSelection& selection, Changed done) {
+void QueueService::addDataSelection(const DataSelection& selection, const Changed& done) {
   Core& core = m_parts->core;
   m_parts->change(
       "add_data_selection",
@@ -292,10 +294,10 @@ void QueueService::addDataSelection(const DataSelection& selection, Changed done
         core.selections.add(selection.id);
         core.figures.readAnew();
       },
-      std::move(done));
+      done);
 }
 
-void QueueService::removeDataSelection(unsigned int dsid, Changed done) {
+void QueueService::removeDataSelection(unsigned int dsid, const Changed& done) {
   Core& core = m_parts->core;
   m_parts->change(
       "remove_data_selection",
@@ -304,7 +306,7 @@ void QueueService::removeDataSelection(unsigned int dsid, Changed done) {
         core.selections.remove(dsid);
         core.figures.readAnew();
       },
-      std::move(done));
+      done);
 }
 
 bool QueueService::hasQueue(unsigned int dsid) const {
@@ -315,7 +317,7 @@ FiguresPtr QueueService::figures() const {
   return m_parts->core.figures.latest();
 }
 
-void QueueService::figures(std::function<void(FiguresPtr)> done) {
+void QueueService::figures(const std::function<void(FiguresPtr)>& done) {
   const auto operation = m_parts->begin("figures", [done] {
     done(std::make_shared<FiguresSnapshot>(FiguresSnapshot{{}, {}, kEnding}));
   });
@@ -324,7 +326,7 @@ void QueueService::figures(std::function<void(FiguresPtr)> done) {
 }
 
 Readiness QueueService::readiness() const {
-  const Readiness found = m_parts->core.health.readiness();
+  Readiness found = m_parts->core.health.readiness();
   if (!found.ready) m_parts->core.probe();
   return found;
 }

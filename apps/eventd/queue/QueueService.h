@@ -64,20 +64,20 @@ class QueueService {
   std::optional<Subscription> subscribe(unsigned int dsid, std::optional<unsigned long> after,
                                         std::set<int> types, Deliver deliver, Ended ended);
 
-  void find(unsigned long id, unsigned int dsid, std::function<void(FindResult)> done);
+  void find(unsigned long id, unsigned int dsid, const std::function<void(FindResult)>& done);
 
-  void remove(unsigned long id, unsigned int dsid, std::function<void(RemoveResult)> done);
+  void remove(unsigned long id, unsigned int dsid, const std::function<void(RemoveResult)>& done);
 
   // All up to an id, or all there are when it begins; with `dryRun` they are only counted.
   void removeUpTo(std::optional<unsigned long> upTo, unsigned int dsid, bool dryRun,
-                  std::function<void(RemoveUpToResult)> done);
+                  const std::function<void(RemoveUpToResult)>& done);
 
   // Reads every event, and holds up everything else meanwhile.
-  void check(bool fix, std::function<void(CheckResult)> done);
+  void check(bool fix, const std::function<void(CheckResult)>& done);
 
   using Changed = std::function<void(const ChangeResult&)>;
-  void addDataSelection(const DataSelection& selection, Changed done);
-  void removeDataSelection(unsigned int dsid, Changed done);
+  void addDataSelection(const DataSelection& selection, const Changed& done);
+  void removeDataSelection(unsigned int dsid, const Changed& done);
 
   // Whether it is the global queue or that of a data selection that exists.
   bool hasQueue(unsigned int dsid) const;
@@ -85,7 +85,7 @@ class QueueService {
   // How much is in the queues: as of now when that is cheap, else as of a moment ago (see
   // ServiceLimits). The first form returns what was read last, at the start if never since.
   FiguresPtr figures() const;
-  void figures(std::function<void(FiguresPtr)> done);
+  void figures(const std::function<void(FiguresPtr)>& done);
 
   Readiness readiness() const;
   ServiceCounters counters() const;
