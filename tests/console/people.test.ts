@@ -156,7 +156,9 @@ test("Single keys do nothing when they are switched off", pageOnly, async ({ pag
 
 test("What has the focus is seen to have it", pageOnly, async ({ page, enter }) => {
   await enter();
-  await page.keyboard.press("Tab");
+  // Browsers disagree about where the first Tab begins.
+  await page.getByRole("link", { name: "Overview" }).focus();
+  await page.keyboard.press("Shift+Tab");
   await expect(page.getByText("Skip to the content")).toBeFocused();
   await page.keyboard.press("Enter");
   await expect(page.getByRole("main")).toBeFocused();
