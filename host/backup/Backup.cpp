@@ -34,7 +34,7 @@ DatabaseContent backUpDatabase(const HostConfiguration& configuration,
   const Connection source = withFileNamed(configuration.databaseFile,
                                           [&] { return openReader(configuration.databaseFile); });
   DatabaseCopy copy(file);
-  const DatabaseContent content = withFileNamed(configuration.databaseFile, [&] {
+  DatabaseContent content = withFileNamed(configuration.databaseFile, [&] {
     copy.fill(source, progress);
     return copy.seal(configuration.databaseFile);
   });
