@@ -6,8 +6,6 @@
 namespace EventApps {
 namespace {
 
-constexpr std::size_t kEventsAtOnce = 64;  // for a subscriber
-
 bool concerns(const WaitingReader& reader, const Published& event) {
   const auto& types = reader.request.types;
   return event.id() > reader.seenTo && (types.empty() || types.contains(event.type()));

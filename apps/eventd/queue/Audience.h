@@ -56,6 +56,8 @@ using SubscriberPtr = std::shared_ptr<Subscriber>;
 
 class Audience {
  public:
+  static constexpr std::size_t kEventsAtOnce = 64;  // for a subscriber, kept or fetched
+
   // `fetch` brings a subscriber events that are not kept here any more.
   Audience(const ServiceLimits& limits, std::function<void(const SubscriberPtr&)> fetch)
       : m_limits(limits), m_fetch(std::move(fetch)) {}

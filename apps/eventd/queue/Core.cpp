@@ -8,7 +8,6 @@
 namespace EventApps {
 namespace {
 
-constexpr std::size_t kFetchedAtOnce = 64;  // for a subscriber
 constexpr unsigned int kSelectionOfProbe = 1;
 constexpr int kDatabaseGone = 14;  // as the database calls a file that is not there
 constexpr std::chrono::seconds kProbeInterval(1);
@@ -180,7 +179,7 @@ void Core::tryQueues() {
 }
 
 void Core::fetch(const SubscriberPtr& subscriber) {
-  ReadTask::Request request{subscriber->queue, subscriber->seenTo, kFetchedAtOnce,
+  ReadTask::Request request{subscriber->queue, subscriber->seenTo, Audience::kEventsAtOnce,
                             subscriber->types};
   run(std::make_shared<ReadTask>(*this, std::move(request),
                                  [this, subscriber](ReadTask::Read read) {
