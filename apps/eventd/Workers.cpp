@@ -1,23 +1,10 @@
 #include "apps/eventd/Workers.h"
 
-#include <exception>
 #include <utility>
 
-#include "EventSystem/platform/HostLog.h"
+#include "apps/eventd/queue/Worker.h"
 
 namespace EventApps {
-namespace {
-
-// One request that fails, for want of memory perhaps, does not end the daemon.
-void runTask(const std::function<void()>& task) {
-  try {
-    task();
-  } catch (const std::exception& problem) {
-    ErrorA(4, "eventd: a task ended with: %s", problem.what());
-  }
-}
-
-}  // namespace
 
 Workers::Workers(unsigned threads, std::size_t mostTasks) : m_mostTasks(mostTasks) {
   for (unsigned i = 0; i < threads; ++i) m_threads.emplace_back([this] { run(); });
@@ -51,7 +38,7 @@ void Workers::run() {
     auto task = std::move(m_tasks.front());
     m_tasks.pop_front();
     lock.unlock();
-    runTask(task);
+    runJob(task);
     task = nullptr;  // what it holds is let go of without the lock
     lock.lock();
   }

@@ -6,17 +6,14 @@
 #include "EventSystem/platform/HostLog.h"
 
 namespace EventApps {
-namespace {
 
-void runJob(const Worker::Job& job) {
+void runJob(const Job& job) {
   try {
     job();
   } catch (const std::exception& problem) {
     ErrorA(4, "eventd: a job ended with: %s", problem.what());
   }
 }
-
-}  // namespace
 
 Worker::Worker() : m_thread([this] { run(); }) {}
 

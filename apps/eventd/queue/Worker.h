@@ -13,18 +13,21 @@
 
 namespace EventApps {
 
+using Job = std::function<void()>;
+
+// Does the job. What it throws is logged: one that fails, for want of memory perhaps, ends nothing
+// but itself.
+void runJob(const Job& job);
+
 class Worker {
  public:
-  // What a job throws is logged.
-  using Job = std::function<void()>;
-
   Worker();
   ~Worker();
 
   Worker(const Worker&) = delete;
   Worker& operator=(const Worker&) = delete;
 
-  // After finish() jobs are thrown away.
+  // What the job throws is logged. After finish() jobs are thrown away.
   void post(Job job);
 
   // Does what was posted, and what that posts; then the thread ends.
