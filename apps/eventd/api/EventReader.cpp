@@ -41,11 +41,6 @@ constexpr std::size_t kLongestField = 64;
   throw Refused(std::move(problem));
 }
 
-std::string quoted(const std::string& text) {
-  constexpr std::size_t kColumns = 60;
-  return "\"" + displayStart(text, kColumns) + "\"";
-}
-
 std::string keysOf(const EventKind& kind) {
   std::string keys;
   for (const Field& field : kind.fields) keys.append(keys.empty() ? "" : ", ").append(field.key);
@@ -72,7 +67,7 @@ FieldTexts textsOf(const EventKind& kind, const json& fields) {
   for (const auto& [key, value] : fields.items()) {
     const Field* const field = findField(kind, key);
     if (field == nullptr) {
-      refuse(std::string("an event of kind ") + kind.name + " has no field " + quoted(key) +
+      refuse(std::string("an event of kind ") + kind.name + " has no field " + quotedStart(key) +
                  "; its fields are " + keysOf(kind),
              key);
     }
@@ -112,7 +107,7 @@ const EventKind& kindIn(const json& object) {
   std::string names;
   for (const EventKind& one : eventKinds())
     names.append(names.empty() ? "" : ", ").append(one.name);
-  refuse(quoted(found->is_string() ? found->get<std::string>() : found->dump()) +
+  refuse(quotedStart(found->is_string() ? found->get<std::string>() : found->dump()) +
              " is no kind of event; those are " + names,
          "kind");
 }
@@ -133,7 +128,7 @@ void requireKnownMembers(const json& object, std::initializer_list<const char*> 
     if (isKnown) continue;
     std::string names;
     for (const char* const one : known) names.append(names.empty() ? "" : ", ").append(one);
-    refuse("an event has no member " + quoted(name) + "; its members are " + names, name);
+    refuse("an event has no member " + quotedStart(name) + "; its members are " + names, name);
   }
 }
 

@@ -12,8 +12,7 @@ namespace {
 
 using nlohmann::json;
 
-// What is quoted back may be as long as the whole body.
-constexpr std::size_t kNameColumns = 60;
+// The reason quotes the body, which may be long.
 constexpr std::size_t kReasonColumns = 300;
 
 [[noreturn]] void refuse(const std::string& detail) {
@@ -65,8 +64,7 @@ class Guard {
 
   void addKey(const std::string& key) {
     if (!m_keys.back().insert(key).second) {
-      refuse("the member \"" + displayStart(key, kNameColumns) +
-             "\" is there twice in one object; keep one");
+      refuse("the member " + quotedStart(key) + " is there twice in one object; keep one");
     }
     if (m_keys.back().size() > m_bounds.members) {
       refuse("an object has more than " + std::to_string(m_bounds.members) + " members");

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "apps/common/Display.h"
 #include "apps/common/EventView.h"
 
 namespace EventApps::Api {
@@ -52,6 +53,11 @@ static_assert(areInOrder());
 
 std::span<const ProblemText> problemTexts() {
   return kTexts;
+}
+
+std::string quotedStart(std::string_view sent) {
+  constexpr std::size_t kColumns = 60;
+  return "\"" + displayStart(sent, kColumns) + "\"";
 }
 
 unsigned Problem::status() const {

@@ -9,6 +9,7 @@
 #include <nlohmann/json.hpp>
 #include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -60,6 +61,10 @@ struct Problem {
 
   unsigned status() const;
 };
+
+// As a detail repeats what a client has sent, which may be as long as the whole body: its start, in
+// quotes.
+std::string quotedStart(std::string_view sent);
 
 // A problem that ends the handling of a request.
 class Refused : public std::exception {

@@ -23,8 +23,6 @@ namespace {
 
 using nlohmann::json;
 
-constexpr std::size_t kNameColumns = 60;
-
 unsigned int numberIn(const Call& call) {
   const auto dsid = static_cast<unsigned int>(
       requireNumber(call.argument("dsid"), std::numeric_limits<unsigned int>::max(),
@@ -81,9 +79,8 @@ json optionalBody(const Call& call, std::initializer_list<std::string_view> memb
   if (!body.is_object()) throw Refused(ProblemKind::kBadRequest, "the body is no JSON object");
   for (const auto& [name, value] : body.items()) {
     if (std::find(members.begin(), members.end(), name) != members.end()) continue;
-    throw Refused(
-        ProblemKind::kBadRequest,
-        "the body's member \"" + displayStart(name, kNameColumns) + "\" is not known here");
+    throw Refused(ProblemKind::kBadRequest,
+                  "the body's member " + quotedStart(name) + " is not known here");
   }
   return body;
 }
