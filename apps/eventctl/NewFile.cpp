@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "apps/common/Failure.h"
+#include "host/files/Replaceable.h"
 
 namespace EventApps {
 namespace {
@@ -38,16 +39,11 @@ NewFile::NewFile(std::filesystem::path file, bool overwrite)
   if (m_descriptor < 0) fail("cannot be created");
   std::error_code error;
   const bool taken = std::filesystem::exists(std::filesystem::symlink_status(m_file, error));
-  // A device, for one, would be gone for everybody.
-  const auto behind = std::filesystem::status(m_file, error);
-  const bool isSpecial =
-      std::filesystem::exists(behind) && !std::filesystem::is_regular_file(behind);
-  if (!isSpecial && (!taken || m_overwrite)) return;
+  const std::string problem = EventSystemHost::whyNotReplaceable(m_file);
+  if (!taken || (m_overwrite && problem.empty())) return;
   ::close(m_descriptor);
   ::unlink(m_temporary.c_str());
-  if (isSpecial && m_overwrite) {
-    throw Failure(m_file.string() + ": is no regular file, and is not replaced; name another");
-  }
+  if (m_overwrite) throw Failure(problem);
   errno = EEXIST;
   fail("cannot be created");
 }

@@ -7,20 +7,9 @@
 #include "host/backup/DatabaseCopy.h"
 #include "host/backup/SourceFile.h"
 #include "host/database/DatabaseFile.h"
+#include "host/files/Replaceable.h"
 
 namespace EventSystemHost {
-
-namespace {
-
-// A device, for one, would be gone for everybody.
-void requireReplaceable(const std::filesystem::path& file) {
-  std::error_code error;
-  const auto found = std::filesystem::status(file, error);
-  if (!std::filesystem::exists(found) || std::filesystem::is_regular_file(found)) return;
-  throw HostError(file.string() + ": is no regular file, and is not replaced; name another");
-}
-
-}  // namespace
 
 DatabaseContent backUpDatabase(const HostConfiguration& configuration,
                                const std::filesystem::path& file, bool overwrite,
@@ -30,7 +19,9 @@ DatabaseContent backUpDatabase(const HostConfiguration& configuration,
   if (!overwrite && std::filesystem::exists(std::filesystem::symlink_status(file, error))) {
     throw HostError(file.string() + ": exists already");
   }
-  requireReplaceable(file);
+  if (const std::string problem = whyNotReplaceable(file); !problem.empty()) {
+    throw HostError(problem);
+  }
   const Connection source = withFileNamed(configuration.databaseFile,
                                           [&] { return openReader(configuration.databaseFile); });
   DatabaseCopy copy(file);
