@@ -89,32 +89,33 @@ std::filesystem::path homeOf(const Options& options) {
                               : std::filesystem::path(options.home);
 }
 
-HostOptions hostOptions(const Configuration& configuration) {
+// What is known before anything is opened.
+struct Setup {
+  Configuration configuration;
   HostOptions host;
-  host.home = configuration.home;
-  host.durability = EventSystemHost::Durability::kGroup;
-  return host;
-}
+  std::filesystem::path log;
+};
 
-// What must be so before anything is opened.
-Configuration configure(const Options& options, bool hasSockets) {
-  Configuration configuration = loadConfiguration(homeOf(options), options.configuration);
+Setup setUp(const Options& options, bool hasSockets) {
+  Setup setup;
+  Configuration& configuration = setup.configuration;
+  configuration = loadConfiguration(homeOf(options), options.configuration);
   requireSafe(configuration, TokenFile::load(configuration.tokensFile));
   requireSomewhere(configuration, hasSockets);
   const auto& tls = configuration.tls;
   if (tls.listen) Http::loadTlsContext({tls.certificateFile, tls.keyFile, tls.clientAuthority});
-  EventSystemHost::effectiveConfiguration(hostOptions(configuration));
-  return configuration;
+  setup.host.home = configuration.home;
+  setup.host.durability = EventSystemHost::Durability::kGroup;
+  setup.log = EventSystemHost::effectiveConfiguration(setup.host).logFile;
+  return setup;
 }
 
-int run(const Configuration& configuration, const std::vector<int>& sockets) {
+int run(const Setup& setup, const std::vector<int>& sockets) {
   const Signals signals;
-  const HostOptions host = hostOptions(configuration);
-  const std::filesystem::path log = EventSystemHost::effectiveConfiguration(host).logFile;
-  const Journal journal(log);
-  Daemon daemon(configuration, host, sockets);
+  const Journal journal(setup.log);
+  Daemon daemon(setup.configuration, setup.host, sockets);
   journal.tell(EventSystemHost::LogLevel::kInfo,
-               "listens on " + daemon.addresses() + "; requests are in " + log.string());
+               "listens on " + daemon.addresses() + "; requests are in " + setup.log.string());
   serve(daemon, signals);
   return kDone;
 }
@@ -132,15 +133,15 @@ int guarded(ExitStatus otherwise, Run run) {
 
 int runProgram(const Options& options) {
   std::vector<int> sockets;
-  Configuration configuration;
+  Setup setup;
   const int status = guarded(kUsage, [&] {
     sockets = Systemd::takeSockets();
-    configuration = configure(options, !sockets.empty());
+    setup = setUp(options, !sockets.empty());
     return kDone;
   });
   if (status != kDone) return status;
-  if (!options.checkOnly) return guarded(kFailed, [&] { return run(configuration, sockets); });
-  std::printf("%s: nothing is wrong\n", configuration.file.c_str());
+  if (!options.checkOnly) return guarded(kFailed, [&] { return run(setup, sockets); });
+  std::printf("%s: nothing is wrong\n", setup.configuration.file.c_str());
   return kDone;
 }
 
