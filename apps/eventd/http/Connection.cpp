@@ -235,7 +235,7 @@ void Connection::onWake() {
   m_answerEnds = output.ended;
   if (output.head) sendHead(std::move(*output.head), output.stream);
   if (m_isStream && !m_bodyless) send(std::move(output.bytes));
-  if (m_isStream && !isBacklogGranted()) return close();
+  if (m_isStream && !shareBacklog()) return close();
   sendMore();
 }
 
@@ -264,8 +264,9 @@ bool Connection::isAnswerGranted(const Response& response) {
   return false;
 }
 
-// The same for what a stream has not sent yet; whoever is cut off comes back for it.
-bool Connection::isBacklogGranted() {
+// Counts what a stream has not sent yet in the same sum. False where that is too much: whoever is
+// cut off comes back for it.
+bool Connection::shareBacklog() {
   if (!m_answerShare) m_answerShare.emplace(m_core->answers);
   const std::size_t unsent = m_outlet->unsent();
   return m_answerShare->grow(unsent) <= m_core->limits.answersBytes || unsent <= kSendBytes;
@@ -334,7 +335,7 @@ void Connection::onWritten(const Error& error, std::size_t bytes) {
     m_core->bytesOut += bytes;
     m_sent += bytes;
     if (m_outlet) m_outlet->sent(bytes);
-    if (m_outlet && m_isStream) isBacklogGranted();
+    if (m_outlet && m_isStream) shareBacklog();
     if (m_sent < m_sending.size()) return writeRest();
     m_sending = {};
     sendMore();

@@ -97,7 +97,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   void acceptHead();
   bool isBodyGranted();
   bool isAnswerGranted(const Response& response);
-  bool isBacklogGranted();
+  bool shareBacklog();
   void handle();
   void readMore();
   void clientGone();
