@@ -1,5 +1,7 @@
 #include "apps/common/ClusterJson.h"
 
+#include <nlohmann/json.hpp>
+
 namespace EventApps {
 namespace {
 

@@ -5,7 +5,7 @@
 #ifndef EVENTSYSTEM_APPS_COMMON_CLUSTERJSON_H
 #define EVENTSYSTEM_APPS_COMMON_CLUSTERJSON_H
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include "host/cluster/ClusterReport.h"
 

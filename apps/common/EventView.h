@@ -6,7 +6,7 @@
 #define EVENTSYSTEM_APPS_COMMON_EVENTVIEW_H
 
 #include <memory>
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <utility>
 #include <vector>

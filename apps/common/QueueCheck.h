@@ -6,7 +6,7 @@
 #define EVENTSYSTEM_APPS_COMMON_QUEUECHECK_H
 
 #include <functional>
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 

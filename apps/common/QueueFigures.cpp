@@ -1,6 +1,7 @@
 #include "apps/common/QueueFigures.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 
 #include "EventSystem/platform/HostConfig.h"
 #include "apps/common/DataSelections.h"

@@ -6,7 +6,7 @@
 #define EVENTSYSTEM_APPS_COMMON_QUEUEFIGURES_H
 
 #include <map>
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include "apps/common/EventView.h"
 #include "apps/common/QueueReader.h"

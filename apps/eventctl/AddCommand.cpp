@@ -1,6 +1,7 @@
 // `eventctl add KIND --field value...`: puts one event into a queue.
 
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,16 +20,18 @@
 namespace EventApps {
 namespace {
 
-void requireIssueField(const EventKind& kind, const FieldTexts& texts) {
+// What is wrong with the fields together, or nothing.
+std::string whyNotTogether(const EventKind& kind, const FieldTexts& texts) {
   const IssueFields fields = issueFields(kind, texts);
-  if (fields.needed == nullptr) return;
+  if (fields.needed == nullptr) return {};
   const std::string issue = "--issue " + texts.at("issue");
   if (!texts.contains(fields.needed->key)) {
-    throw CLI::ValidationError(fields.needed->option, "is required with " + issue);
+    return std::string(fields.needed->option) + ": is required with " + issue;
   }
   if (texts.contains(fields.lost->key)) {
-    throw CLI::ValidationError(fields.lost->option, "is not carried by an event with " + issue);
+    return std::string(fields.lost->option) + ": is not carried by an event with " + issue;
   }
+  return {};
 }
 
 [[noreturn]] void refused(const StoreOutcome& outcome, const std::string& queue) {
@@ -78,38 +81,36 @@ int runAdd(const GlobalOptions& options, const EventKind& kind, const FieldTexts
   return kDone;
 }
 
-void defineField(CLI::App& command, const Field& field, const std::shared_ptr<FieldTexts>& texts) {
-  CLI::Option* const option = command.add_option_function<std::string>(
-      field.option,
+void defineField(Command& command, const Field& field, const std::shared_ptr<FieldTexts>& texts) {
+  command.value(
+      field.option, field.type == FieldType::kText ? "TEXT" : "N", field.help,
       [texts, &field](const std::string& text) {
-        const std::string problem = whyNotAValue(field, text);
-        if (!problem.empty()) throw CLI::ValidationError(field.option, problem);
         (*texts)[field.key] = text;
+        return whyNotAValue(field, text);
       },
-      field.help);
-  option->type_name(field.type == FieldType::kText ? "TEXT" : "N");
-  if (field.presence == Presence::kRequired) option->required();
+      field.presence == Presence::kRequired ? Need::kRequired : Need::kOptional);
 }
 
-void defineKind(CLI::App& add, CommandLine& line, const EventKind& kind) {
+void defineKind(Command& add, const EventKind& kind) {
   const std::string example = std::string("add ") + kind.name + " " + kind.example;
-  CLI::App* const command = defineCommand(add, kind.name, kind.summary, example);
+  Command command = add.add(kind.name, kind.summary, example);
   const auto texts = std::make_shared<FieldTexts>();
-  for (const Field& field : kind.fields) defineField(*command, field, texts);
-  command->callback([&line, &kind, texts] {
-    requireIssueField(kind, *texts);
-    fillDefaults(kind, *texts);
-    line.run = [&line, &kind, texts] { return runAdd(line.global, kind, *texts); };
-  });
+  for (const Field& field : kind.fields) defineField(command, field, texts);
+  command.runs([&global = command.global(), &kind, texts] { return runAdd(global, kind, *texts); },
+               [&kind, texts] {
+                 std::string problem = whyNotTogether(kind, *texts);
+                 if (problem.empty()) fillDefaults(kind, *texts);
+                 return problem;
+               });
 }
 
 }  // namespace
 
-void defineAdd(CLI::App& app, CommandLine& line) {
-  CLI::App* const add = defineCommand(app, "add", "put an event into a queue and print its id",
-                                      "add activity --action 3 --severity 2 --msg 'disk full'");
-  add->require_subcommand(1);
-  for (const EventKind& kind : eventKinds()) defineKind(*add, line, kind);
+void defineAdd(Command parent) {
+  Command add = parent.add("add", "put an event into a queue and print its id",
+                           "add activity --action 3 --severity 2 --msg 'disk full'");
+  add.requireCommand();
+  for (const EventKind& kind : eventKinds()) defineKind(add, kind);
 }
 
 }  // namespace EventApps

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 
@@ -143,24 +144,22 @@ int runRestore(const GlobalOptions& global, const CopyOptions& options) {
 
 }  // namespace
 
-void defineBackup(CLI::App& app, CommandLine& line) {
-  CLI::App* const command = defineCommand(
-      app, "backup", "copy the database to a file while it is in use",
+void defineBackup(Command parent) {
+  Command command = parent.add(
+      "backup", "copy the database to a file while it is in use",
       "backup /backup/events-monday.db\n\n"
       "The copy is the database at one moment, checked and durable, in one file that is\n"
       "there when it is complete. Configuration and audit records that wait in\n"
       "audit.db are not in it; in cluster mode, nor are the events at the service.");
   const auto options = std::make_shared<CopyOptions>();
-  command->add_option("FILE", options->file, "the file to make")->type_name("")->required();
-  command->add_flag("--force", options->force, "replace FILE where it exists");
-  command->callback([&line, options] {
-    line.run = [&line, options] { return runBackup(line.global, *options); };
-  });
+  command.text("FILE", "", "the file to make", options->file, Need::kRequired);
+  command.flag("--force", "replace FILE where it exists", options->force);
+  command.runs([&global = command.global(), options] { return runBackup(global, *options); });
 }
 
-void defineRestore(CLI::App& app, CommandLine& line) {
-  CLI::App* const command = defineCommand(
-      app, "restore", "put a backup in the place of the database",
+void defineRestore(Command parent) {
+  Command command = parent.add(
+      "restore", "put a backup in the place of the database",
       "restore /backup/events-monday.db\n\n"
       "Refuses while a process writes to the database. The backup is checked first. The\n"
       "present database is kept beside it as NAME.before-restore-TIME; restoring that\n"
@@ -168,12 +167,11 @@ void defineRestore(CLI::App& app, CommandLine& line) {
       "never meets an id that it has seen on another event. --no-keep-ids gives that\n"
       "up, for a database that can no longer be read.");
   const auto options = std::make_shared<CopyOptions>();
-  command->add_option("FILE", options->file, "the backup")->type_name("")->required();
-  command->add_flag("--keep-ids,!--no-keep-ids", options->keepIds,
-                    "give no id again that was handed out since\nthe backup (default)");
-  command->callback([&line, options] {
-    line.run = [&line, options] { return runRestore(line.global, *options); };
-  });
+  command.text("FILE", "", "the backup", options->file, Need::kRequired);
+  command.flag("--keep-ids,!--no-keep-ids",
+               "give no id again that was handed out since\nthe backup (default)",
+               options->keepIds);
+  command.runs([&global = command.global(), options] { return runRestore(global, *options); });
 }
 
 }  // namespace EventApps

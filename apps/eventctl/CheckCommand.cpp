@@ -1,6 +1,7 @@
 // `eventctl check`: looks for damage in the queues, repairs it, and shows what was found.
 
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "apps/common/Display.h"
@@ -109,9 +110,9 @@ class Check {
 
 }  // namespace
 
-void defineCheck(CLI::App& app, CommandLine& line) {
-  CLI::App* const command = defineCommand(
-      app, "check", "look for damage in the queues and repair it",
+void defineCheck(Command parent) {
+  Command command = parent.add(
+      "check", "look for damage in the queues and repair it",
       "check --fix\n\n"
       "Opening the queues for writing, which every check does, already files events\n"
       "under the right id again. --fix also removes rows whose event string cannot be\n"
@@ -120,9 +121,8 @@ void defineCheck(CLI::App& app, CommandLine& line) {
       "In cluster mode the queues at the service need no check, and --fix changes\n"
       "nothing there; what is said is about the database, their fall-back copy.");
   const auto fix = std::make_shared<bool>(false);
-  command->add_flag("--fix", *fix, "repair what can be repaired");
-  command->callback(
-      [&line, fix] { line.run = [&line, fix] { return Check(line.global, *fix).run(); }; });
+  command.flag("--fix", "repair what can be repaired", *fix);
+  command.runs([&global = command.global(), fix] { return Check(global, *fix).run(); });
 }
 
 }  // namespace EventApps

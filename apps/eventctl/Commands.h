@@ -1,5 +1,4 @@
-// The commands of eventctl, one file each. Every function adds its subcommand to `app`; choosing
-// it on the command line sets `line.run`.
+// The commands of eventctl, one file each. Every function adds its command to `parent`.
 //
 // Thread safety: called and run by the main thread.
 
@@ -10,22 +9,22 @@
 
 namespace EventApps {
 
-void defineAdd(CLI::App& app, CommandLine& line);
-void defineImport(CLI::App& app, CommandLine& line);
-void defineList(CLI::App& app, CommandLine& line);
-void defineShow(CLI::App& app, CommandLine& line);
-void defineStats(CLI::App& app, CommandLine& line);
-void defineNext(CLI::App& app, CommandLine& line);
-void defineConsume(CLI::App& app, CommandLine& line);
-void defineDelete(CLI::App& app, CommandLine& line);
-void definePurge(CLI::App& app, CommandLine& line);
-void defineExport(CLI::App& app, CommandLine& line);
-void defineBackup(CLI::App& app, CommandLine& line);
-void defineRestore(CLI::App& app, CommandLine& line);
-void defineCheck(CLI::App& app, CommandLine& line);
-void defineDataSelection(CLI::App& app, CommandLine& line);
-void defineToken(CLI::App& app, CommandLine& line);
-void defineDemo(CLI::App& app, CommandLine& line);
+void defineAdd(Command parent);
+void defineImport(Command parent);
+void defineList(Command parent);
+void defineShow(Command parent);
+void defineStats(Command parent);
+void defineNext(Command parent);
+void defineConsume(Command parent);
+void defineDelete(Command parent);
+void definePurge(Command parent);
+void defineExport(Command parent);
+void defineBackup(Command parent);
+void defineRestore(Command parent);
+void defineCheck(Command parent);
+void defineDataSelection(Command parent);
+void defineToken(Command parent);
+void defineDemo(Command parent);
 
 }  // namespace EventApps
 

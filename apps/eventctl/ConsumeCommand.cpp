@@ -16,7 +16,6 @@
 #include "apps/eventctl/DatabaseFollower.h"
 #include "apps/eventctl/EventTable.h"
 #include "apps/eventctl/ExitStatus.h"
-#include "apps/eventctl/NumberOption.h"
 #include "apps/eventctl/Queues.h"
 #include "apps/eventctl/Session.h"
 #include "apps/eventctl/StopSignals.h"
@@ -69,26 +68,25 @@ int runConsume(const GlobalOptions& global, const ConsumeOptions& options) {
 
 }  // namespace
 
-void defineConsume(CLI::App& app, CommandLine& line) {
-  CLI::App* const command = defineCommand(
-      app, "consume", "print events and delete each one after that",
-      "consume --dsid 4 --json --follow | my-handler\n\n"
-      "An event that could not be printed is not deleted. Events that cannot be read\n"
-      "are removed from the queue and logged.\n\n"
-      "--follow has the database only while it takes events out of it. In cluster mode\n"
-      "it has the database for its start; then it looks at the cluster service four\n"
-      "times a second, leaves the database to others, logs to standard error, and when\n"
-      "the service fails says so there and tries again. Audit records that are left\n"
-      "meanwhile are taken up by the next command that writes.\n\n" +
-          std::string(kHexHelp));
+void defineConsume(Command parent) {
+  Command command =
+      parent.add("consume", "print events and delete each one after that",
+                 "consume --dsid 4 --json --follow | my-handler\n\n"
+                 "An event that could not be printed is not deleted. Events that cannot be read\n"
+                 "are removed from the queue and logged.\n\n"
+                 "--follow has the database only while it takes events out of it. In cluster mode\n"
+                 "it has the database for its start; then it looks at the cluster service four\n"
+                 "times a second, leaves the database to others, logs to standard error, and when\n"
+                 "the service fails says so there and tries again. Audit records that are left\n"
+                 "meanwhile are taken up by the next command that writes.\n\n" +
+                     std::string(kHexHelp));
   const auto options = std::make_shared<ConsumeOptions>();
-  addNumber(*command, "--limit", options->limit, "at most so many events", 1UL);
-  command->add_flag("--keep", options->keep, "print without deleting");
-  command->add_flag("--follow", options->follow,
-                    "wait for more until SIGINT or SIGTERM; other\nprocesses can write meanwhile");
-  command->callback([&line, options] {
-    line.run = [&line, options] { return runConsume(line.global, *options); };
-  });
+  command.number("--limit", "at most so many events", options->limit, 1UL);
+  command.flag("--keep", "print without deleting", options->keep);
+  command.flag("--follow",
+               "wait for more until SIGINT or SIGTERM; other\nprocesses can write meanwhile",
+               options->follow);
+  command.runs([&global = command.global(), options] { return runConsume(global, *options); });
 }
 
 }  // namespace EventApps

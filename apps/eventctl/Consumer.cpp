@@ -1,5 +1,7 @@
 #include "apps/eventctl/Consumer.h"
 
+#include <nlohmann/json.hpp>
+
 #include "apps/eventctl/EventTable.h"
 
 namespace EventApps {

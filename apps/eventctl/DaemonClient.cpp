@@ -1,6 +1,7 @@
 #include "apps/eventctl/DaemonClient.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <thread>
 #include <utility>
 
@@ -40,10 +41,11 @@ const char* adviceFor(long status) {
 
 }  // namespace
 
-DaemonProblem::DaemonProblem(const std::string& message, const HttpAnswer& answer, json problem)
+DaemonProblem::DaemonProblem(const std::string& message, const HttpAnswer& answer,
+                             const json& problem)
     : Failure(message),
-      m_members(std::move(problem)),
-      m_kind(kindOfProblem(m_members)),
+      m_members(std::make_shared<const json>(problem)),
+      m_kind(kindOfProblem(problem)),
       m_passing(answer.status == 429 || answer.status == 503),
       m_pause(answer.retryAfter) {}
 
@@ -79,7 +81,8 @@ json DaemonClient::settle(const HttpRequest& request) {
 json DaemonClient::read(const HttpAnswer& answer) {
   m_reached = true;
   json body = answer.body.empty() ? json() : json::parse(answer.body, nullptr, false);
-  if (answer.status < 200 || answer.status >= 300) refuse(answer, std::move(body));
+  if (answer.status < 200 || answer.status >= 300)
+    refuse(answer, body.is_object() ? body : json::object());
   if (body.is_discarded()) {
     throw Failure("what answers at " + m_name +
                   " is no daemon of the queues: its answer is not JSON");
@@ -87,13 +90,12 @@ json DaemonClient::read(const HttpAnswer& answer) {
   return body;
 }
 
-void DaemonClient::refuse(const HttpAnswer& answer, json problem) const {
-  if (!problem.is_object()) problem = json::object();
+void DaemonClient::refuse(const HttpAnswer& answer, const json& problem) const {
   const std::string detail = textOf(problem, "detail");
   const std::string said = detail.empty() ? "the daemon at " + m_name + " answered with status " +
                                                 std::to_string(answer.status)
                                           : detail;
-  throw DaemonProblem(said + adviceFor(answer.status), answer, std::move(problem));
+  throw DaemonProblem(said + adviceFor(answer.status), answer, problem);
 }
 
 }  // namespace EventApps

@@ -6,7 +6,8 @@
 #define EVENTSYSTEM_APPS_EVENTCTL_DAEMONCLIENT_H
 
 #include <chrono>
-#include <nlohmann/json.hpp>
+#include <memory>
+#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 
@@ -17,18 +18,19 @@ namespace EventApps {
 // The daemon's answer that something could not be done.
 class DaemonProblem : public Failure {
  public:
-  DaemonProblem(const std::string& message, const HttpAnswer& answer, nlohmann::json problem);
+  DaemonProblem(const std::string& message, const HttpAnswer& answer,
+                const nlohmann::json& problem);
 
   // "queue-full", or empty for an answer that is no problem document.
   const std::string& kind() const { return m_kind; }
   // All of the document.
-  const nlohmann::json& members() const { return m_members; }
+  const nlohmann::json& members() const { return *m_members; }
   // Whether the same request can succeed a little later, and when to try.
   bool isPassing() const { return m_passing; }
   std::chrono::milliseconds pause() const { return m_pause; }
 
  private:
-  nlohmann::json m_members;
+  std::shared_ptr<const nlohmann::json> m_members;  // never null
   std::string m_kind;
   bool m_passing;
   std::chrono::milliseconds m_pause;
@@ -50,7 +52,7 @@ class DaemonClient {
 
  private:
   nlohmann::json read(const HttpAnswer& answer);
-  [[noreturn]] void refuse(const HttpAnswer& answer, nlohmann::json problem) const;
+  [[noreturn]] void refuse(const HttpAnswer& answer, const nlohmann::json& problem) const;
 
   std::string m_name;
   HttpClient m_http;

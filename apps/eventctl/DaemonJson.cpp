@@ -1,5 +1,6 @@
 #include "apps/eventctl/DaemonJson.h"
 
+#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 

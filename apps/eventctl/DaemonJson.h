@@ -6,7 +6,7 @@
 #ifndef EVENTSYSTEM_APPS_EVENTCTL_DAEMONJSON_H
 #define EVENTSYSTEM_APPS_EVENTCTL_DAEMONJSON_H
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 #include <utility>
 
 #include "apps/common/DataSelections.h"

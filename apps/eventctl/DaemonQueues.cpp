@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <nlohmann/json.hpp>
 #include <system_error>
 
 #include "apps/common/Display.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,7 +14,6 @@
 #include "apps/common/Table.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/ExitStatus.h"
-#include "apps/eventctl/NumberOption.h"
 #include "apps/eventctl/Queues.h"
 
 namespace EventApps {
@@ -66,44 +66,40 @@ int runShowAll(const GlobalOptions& global) {
   return kDone;
 }
 
-void addId(CLI::App& command, unsigned int& id) {
-  addNumber(command, "ID", id, "number of the data selection", 0U, kHighestSelection)->required();
+void addId(Command& command, unsigned int& id) {
+  command.number("ID", "number of the data selection", id, 0U, kHighestSelection, Need::kRequired);
 }
 
-void defineSelectionAdd(CLI::App& parent, CommandLine& line) {
-  CLI::App* const command = defineCommand(parent, "add", "add a data selection",
-                                          "dataselection add 4 --name 'mail servers'");
+void defineSelectionAdd(Command& parent) {
+  Command command =
+      parent.add("add", "add a data selection", "dataselection add 4 --name 'mail servers'");
   const auto selection = std::make_shared<DataSelection>();
-  addId(*command, selection->id);
-  addNumber(*command, "--type", selection->type, "type number (default: 9)");
-  command->add_option("--name", selection->name, "name")
-      ->type_name("TEXT")
-      ->check([](const std::string& name) {
-        return name.size() <= kLongestSelectionName ? "" : "a name has at most 255 bytes";
-      });
-  command->callback([&line, selection] {
-    line.run = [&line, selection] { return runAdd(line.global, *selection); };
+  addId(command, selection->id);
+  command.number("--type", "type number (default: 9)", selection->type);
+  command.value("--name", "TEXT", "name", [selection](const std::string& name) {
+    selection->name = name;
+    return name.size() <= kLongestSelectionName ? "" : "a name has at most 255 bytes";
   });
+  command.runs([&global = command.global(), selection] { return runAdd(global, *selection); });
 }
 
 }  // namespace
 
-void defineDataSelection(CLI::App& app, CommandLine& line) {
-  CLI::App* const parent = defineCommand(
-      app, "dataselection", "add, list or remove data selections", "dataselection list");
-  parent->require_subcommand(1);
-  defineSelectionAdd(*parent, line);
+void defineDataSelection(Command parent) {
+  Command group =
+      parent.add("dataselection", "add, list or remove data selections", "dataselection list");
+  group.requireCommand();
+  defineSelectionAdd(group);
 
-  CLI::App* const list =
-      defineCommand(*parent, "list", "list the data selections", "dataselection list --json");
-  list->callback([&line] { line.run = [&line] { return runShowAll(line.global); }; });
+  Command list = group.add("list", "list the data selections", "dataselection list --json");
+  list.runs([&global = list.global()] { return runShowAll(global); });
 
-  CLI::App* const remove = defineCommand(*parent, "remove", "remove a data selection",
-                                         "dataselection remove 4\n\n"
-                                         "It is refused while the data selection holds events.");
+  Command remove = group.add("remove", "remove a data selection",
+                             "dataselection remove 4\n\n"
+                             "It is refused while the data selection holds events.");
   const auto id = std::make_shared<unsigned int>(0);
-  addId(*remove, *id);
-  remove->callback([&line, id] { line.run = [&line, id] { return runRemove(line.global, *id); }; });
+  addId(remove, *id);
+  remove.runs([&global = remove.global(), id] { return runRemove(global, *id); });
 }
 
 }  // namespace EventApps

@@ -1,6 +1,7 @@
 // `eventctl delete ID...`: removes single events.
 
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,6 @@
 #include "apps/common/QueueNames.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/ExitStatus.h"
-#include "apps/eventctl/NumberOption.h"
 #include "apps/eventctl/Queues.h"
 
 namespace EventApps {
@@ -43,27 +43,26 @@ int runDelete(const GlobalOptions& global, const Ids& ids) {
   return status;
 }
 
+std::string readIds(const std::vector<std::string>& texts, Ids& ids) {
+  ids.clear();
+  for (const std::string& text : texts) {
+    constexpr auto kHighest = std::numeric_limits<unsigned long>::max();
+    const std::string problem = Command::readNumber(text, ids.emplace_back(), 1UL, kHighest);
+    if (!problem.empty()) return problem;
+  }
+  return {};
+}
+
 }  // namespace
 
-void defineDelete(CLI::App& app, CommandLine& line) {
-  CLI::App* const command =
-      defineCommand(app, "delete", "delete events by id", "delete 12 13 --dsid 4");
+void defineDelete(Command parent) {
+  Command command = parent.add("delete", "delete events by id", "delete 12 13 --dsid 4");
   const auto ids = std::make_shared<Ids>();
-  command
-      ->add_option_function<std::vector<std::string>>(
-          "ID",
-          [ids](const std::vector<std::string>& texts) {
-            ids->clear();
-            for (const std::string& text : texts) {
-              ids->push_back(readNumber<unsigned long>("ID", text, 1,
-                                                       std::numeric_limits<unsigned long>::max()));
-            }
-          },
-          "the events' ids")
-      ->type_name("N")
-      ->required();
-  command->callback(
-      [&line, ids] { line.run = [&line, ids] { return runDelete(line.global, *ids); }; });
+  command.values(
+      "ID", "N", "the events' ids",
+      [ids](const std::vector<std::string>& texts) { return readIds(texts, *ids); },
+      Need::kRequired);
+  command.runs([&global = command.global(), ids] { return runDelete(global, *ids); });
 }
 
 }  // namespace EventApps

@@ -245,20 +245,19 @@ int runDemo(const GlobalOptions& global, const DemoOptions& options) {
 
 }  // namespace
 
-void defineDemo(CLI::App& app, CommandLine& line) {
-  CLI::App* const command = defineCommand(
-      app, "demo", "a tour of the system in a directory of its own",
-      "demo\n\n"
-      "demo --cluster starts three etcd nodes on this machine and two hosts that\n"
-      "write to them, kills the leader, and proves that no event was lost. It works in\n"
-      "the directory of --home, which must be empty, or else in cluster-tour in the\n"
-      "default home.");
+void defineDemo(Command parent) {
+  Command command =
+      parent.add("demo", "a tour of the system in a directory of its own",
+                 "demo\n\n"
+                 "demo --cluster starts three etcd nodes on this machine and two hosts that\n"
+                 "write to them, kills the leader, and proves that no event was lost. It works in\n"
+                 "the directory of --home, which must be empty, or else in cluster-tour in the\n"
+                 "default home.");
   const auto options = std::make_shared<DemoOptions>();
-  command->add_option("--events", options->events, "a file for eventctl import")->type_name("FILE");
-  command->add_flag("--cluster", options->cluster, "the tour of the cluster mode");
-  command->add_flag("--keep", options->keep, "keep the directory of the cluster tour");
-  command->callback(
-      [&line, options] { line.run = [&line, options] { return runDemo(line.global, *options); }; });
+  command.text("--events", "FILE", "a file for eventctl import", options->events);
+  command.flag("--cluster", "the tour of the cluster mode", options->cluster);
+  command.flag("--keep", "keep the directory of the cluster tour", options->keep);
+  command.runs([&global = command.global(), options] { return runDemo(global, *options); });
 }
 
 }  // namespace EventApps

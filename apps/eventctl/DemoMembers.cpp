@@ -1,6 +1,7 @@
 #include "apps/eventctl/DemoMembers.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 
 namespace EventApps {
 

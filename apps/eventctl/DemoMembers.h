@@ -5,7 +5,7 @@
 #ifndef EVENTSYSTEM_APPS_EVENTCTL_DEMOMEMBERS_H
 #define EVENTSYSTEM_APPS_EVENTCTL_DEMOMEMBERS_H
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 #include <vector>
 
 namespace EventApps {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <nlohmann/json.hpp>
 
 #include "apps/common/Display.h"
 #include "apps/common/Table.h"

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdio>
 #include <limits>
+#include <nlohmann/json.hpp>
 
 #include "apps/common/Display.h"
 #include "apps/common/Failure.h"

@@ -1,6 +1,7 @@
 // `eventctl export [FILE]`: events as lines that `eventctl import` takes.
 
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 
@@ -13,7 +14,6 @@
 #include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/KindOption.h"
 #include "apps/eventctl/NewFile.h"
-#include "apps/eventctl/NumberOption.h"
 #include "apps/eventctl/Queues.h"
 #include "apps/eventctl/Session.h"
 
@@ -101,26 +101,23 @@ class Exporter {
 
 }  // namespace
 
-void defineExport(CLI::App& app, CommandLine& line) {
-  CLI::App* const command = defineCommand(
-      app, "export", "write events as lines that import takes",
+void defineExport(Command parent) {
+  Command command = parent.add(
+      "export", "write events as lines that import takes",
       "export --all-queues events.txt\n\n"
       "An event is a line: dsid=N and its event string. Imported, it keeps its type,\n"
       "date and text, goes to the queue it came from, and gets a new id. Events stay in\n"
       "the queue. What cannot be a line, or cannot be read, is named and left out; the\n"
       "status is then 1. The file is there when it is complete.");
   const auto options = std::make_shared<ExportOptions>();
-  command->add_option("FILE", options->file, "the file, or - for standard output (default)")
-      ->type_name("");
-  command->add_flag("--all-queues", options->allQueues,
-                    "the global queue and those of all data\nselections");
-  addNumber(*command, "--after", options->after, "only events with a higher id than this");
-  addNumber(*command, "--limit", options->limit, "at most so many events", 1UL);
-  addKindOption(*command, options->kind);
-  command->add_flag("--force", options->force, "replace FILE where it exists");
-  command->callback([&line, options] {
-    line.run = [&line, options] { return Exporter(line.global, *options).run(); };
-  });
+  command.text("FILE", "", "the file, or - for standard output (default)", options->file);
+  command.flag("--all-queues", "the global queue and those of all data\nselections",
+               options->allQueues);
+  command.number("--after", "only events with a higher id than this", options->after);
+  command.number("--limit", "at most so many events", options->limit, 1UL);
+  addKindOption(command, options->kind);
+  command.flag("--force", "replace FILE where it exists", options->force);
+  command.runs([&global = command.global(), options] { return Exporter(global, *options).run(); });
 }
 
 }  // namespace EventApps

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <span>
 #include <string>
 #include <utility>
@@ -221,9 +222,9 @@ class Importer {
 
 }  // namespace
 
-void defineImport(CLI::App& app, CommandLine& line) {
-  CLI::App* const command = defineCommand(
-      app, "import", "put the events of a file into the queues",
+void defineImport(Command parent) {
+  Command command = parent.add(
+      "import", "put the events of a file into the queues",
       "import day.events\n\n"
       "One event string a line. A line that begins with \"dsid=N \" goes to the queue of\n"
       "that data selection; blank lines and lines that begin with # are passed over. A\n"
@@ -235,14 +236,10 @@ void defineImport(CLI::App& app, CommandLine& line) {
       "what has no such line was refused, or is not known to be stored. The summary\n"
       "comes last.");
   const auto options = std::make_shared<ImportOptions>();
-  command->add_option("FILE", options->file, "the file, or - for standard input")
-      ->type_name("")
-      ->required();
-  command->add_flag("--acknowledge", options->acknowledge,
-                    "print a line for each event that is\nstored and durable");
-  command->callback([&line, options] {
-    line.run = [&line, options] { return Importer(line.global, *options).run(); };
-  });
+  command.text("FILE", "", "the file, or - for standard input", options->file, Need::kRequired);
+  command.flag("--acknowledge", "print a line for each event that is\nstored and durable",
+               options->acknowledge);
+  command.runs([&global = command.global(), options] { return Importer(global, *options).run(); });
 }
 
 }  // namespace EventApps

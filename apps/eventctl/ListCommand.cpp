@@ -1,6 +1,7 @@
 // `eventctl list`: the events of a queue, read beside a running writer.
 
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 
@@ -13,7 +14,6 @@
 #include "apps/eventctl/EventTable.h"
 #include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/KindOption.h"
-#include "apps/eventctl/NumberOption.h"
 #include "apps/eventctl/Queues.h"
 #include "apps/eventctl/Session.h"
 #include "apps/eventctl/StopSignals.h"
@@ -122,17 +122,15 @@ int runList(const GlobalOptions& global, const ListOptions& options) {
 
 }  // namespace
 
-void defineList(CLI::App& app, CommandLine& line) {
-  CLI::App* const command =
-      defineCommand(app, "list", "list the events of a queue",
-                    std::string("list --type audit --limit 20\n\n") + kHexHelp);
+void defineList(Command parent) {
+  Command command = parent.add("list", "list the events of a queue",
+                               std::string("list --type audit --limit 20\n\n") + kHexHelp);
   const auto options = std::make_shared<ListOptions>();
-  addNumber(*command, "--after", options->after, "only events with a higher id than this");
-  addNumber(*command, "--limit", options->limit, "at most so many events", 1UL);
-  addKindOption(*command, options->kind);
-  command->add_flag("--follow", options->follow, "wait for more until SIGINT or SIGTERM");
-  command->callback(
-      [&line, options] { line.run = [&line, options] { return runList(line.global, *options); }; });
+  command.number("--after", "only events with a higher id than this", options->after);
+  command.number("--limit", "at most so many events", options->limit, 1UL);
+  addKindOption(command, options->kind);
+  command.flag("--follow", "wait for more until SIGINT or SIGTERM", options->follow);
+  command.runs([&global = command.global(), options] { return runList(global, *options); });
 }
 
 }  // namespace EventApps

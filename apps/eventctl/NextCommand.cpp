@@ -1,6 +1,7 @@
 // `eventctl next`: the event that a consumer would get next, left where it is.
 
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "apps/common/EventView.h"
@@ -9,7 +10,6 @@
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/EventTable.h"
 #include "apps/eventctl/ExitStatus.h"
-#include "apps/eventctl/NumberOption.h"
 #include "apps/eventctl/Queues.h"
 #include "apps/eventctl/Session.h"
 
@@ -35,15 +35,14 @@ int runNext(const GlobalOptions& global, unsigned long after) {
 
 }  // namespace
 
-void defineNext(CLI::App& app, CommandLine& line) {
-  CLI::App* const command =
-      defineCommand(app, "next", "print the next event of a queue without deleting it",
-                    "next --after 12\n\nWaiting audit records are taken into the queue first.\n\n" +
-                        std::string(kHexHelp));
+void defineNext(Command parent) {
+  Command command =
+      parent.add("next", "print the next event of a queue without deleting it",
+                 "next --after 12\n\nWaiting audit records are taken into the queue first.\n\n" +
+                     std::string(kHexHelp));
   const auto after = std::make_shared<unsigned long>(0);
-  addNumber(*command, "--after", *after, "the first event with a higher id than this");
-  command->callback(
-      [&line, after] { line.run = [&line, after] { return runNext(line.global, *after); }; });
+  command.number("--after", "the first event with a higher id than this", *after);
+  command.runs([&global = command.global(), after] { return runNext(global, *after); });
 }
 
 }  // namespace EventApps

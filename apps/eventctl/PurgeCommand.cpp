@@ -6,6 +6,7 @@
 #include <limits>
 #include <map>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
@@ -15,7 +16,6 @@
 #include "apps/common/QueueNames.h"
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/ExitStatus.h"
-#include "apps/eventctl/NumberOption.h"
 #include "apps/eventctl/Queues.h"
 #include "apps/eventctl/Session.h"
 
@@ -167,21 +167,19 @@ class Purge {
 
 }  // namespace
 
-void definePurge(CLI::App& app, CommandLine& line) {
-  CLI::App* const command = defineCommand(
-      app, "purge", "delete all events of a queue, or those up to an id",
-      "purge --dsid 4 --upto 1200 --dry-run\n\n"
-      "Tells how many events would go, with their ids and types, and asks. Events that\n"
-      "arrive meanwhile stay. Ids are not given again in the global queue.");
+void definePurge(Command parent) {
+  Command command =
+      parent.add("purge", "delete all events of a queue, or those up to an id",
+                 "purge --dsid 4 --upto 1200 --dry-run\n\n"
+                 "Tells how many events would go, with their ids and types, and asks. Events that\n"
+                 "arrive meanwhile stay. Ids are not given again in the global queue.");
   const auto options = std::make_shared<PurgeOptions>();
-  addNumber(*command, "--upto", options->upTo, "only events with this id and lower ones", 1UL);
-  command->add_flag("--all-queues", options->allQueues,
-                    "the global queue and those of all data\nselections");
-  command->add_flag("--dry-run", options->dryRun, "tell what would go, and change nothing");
-  command->add_flag("--yes", options->yes, "do not ask; required without a terminal");
-  command->callback([&line, options] {
-    line.run = [&line, options] { return Purge(line.global, *options).run(); };
-  });
+  command.number("--upto", "only events with this id and lower ones", options->upTo, 1UL);
+  command.flag("--all-queues", "the global queue and those of all data\nselections",
+               options->allQueues);
+  command.flag("--dry-run", "tell what would go, and change nothing", options->dryRun);
+  command.flag("--yes", "do not ask; required without a terminal", options->yes);
+  command.runs([&global = command.global(), options] { return Purge(global, *options).run(); });
 }
 
 }  // namespace EventApps

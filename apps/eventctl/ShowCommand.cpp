@@ -1,6 +1,7 @@
 // `eventctl show ID`: one event, complete.
 
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "apps/common/EventView.h"
@@ -10,7 +11,6 @@
 #include "apps/eventctl/Commands.h"
 #include "apps/eventctl/EventTable.h"
 #include "apps/eventctl/ExitStatus.h"
-#include "apps/eventctl/NumberOption.h"
 #include "apps/eventctl/Queues.h"
 
 namespace EventApps {
@@ -36,12 +36,13 @@ int runShow(const GlobalOptions& global, unsigned long id) {
 
 }  // namespace
 
-void defineShow(CLI::App& app, CommandLine& line) {
-  CLI::App* const command = defineCommand(app, "show", "show one event completely",
-                                          std::string("show 12 --json\n\n") + kHexHelp);
+void defineShow(Command parent) {
+  Command command =
+      parent.add("show", "show one event completely", std::string("show 12 --json\n\n") + kHexHelp);
   const auto id = std::make_shared<unsigned long>(0);
-  addNumber(*command, "ID", *id, "the event's id", 1UL)->required();
-  command->callback([&line, id] { line.run = [&line, id] { return runShow(line.global, *id); }; });
+  command.number("ID", "the event's id", *id, 1UL, std::numeric_limits<unsigned long>::max(),
+                 Need::kRequired);
+  command.runs([&global = command.global(), id] { return runShow(global, *id); });
 }
 
 }  // namespace EventApps

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 
@@ -147,14 +148,14 @@ int runStats(const GlobalOptions& global) {
 
 }  // namespace
 
-void defineStats(CLI::App& app, CommandLine& line) {
-  CLI::App* const command = defineCommand(
-      app, "stats", "count the events of all queues",
-      "stats --json\n\n"
-      "In cluster mode also the members of the cluster: whether they can be reached,\n"
-      "who leads, and how much of its quota the database of each has taken. Status 1\n"
-      "when the queues cannot be read.");
-  command->callback([&line] { line.run = [&line] { return runStats(line.global); }; });
+void defineStats(Command parent) {
+  Command command =
+      parent.add("stats", "count the events of all queues",
+                 "stats --json\n\n"
+                 "In cluster mode also the members of the cluster: whether they can be reached,\n"
+                 "who leads, and how much of its quota the database of each has taken. Status 1\n"
+                 "when the queues cannot be read.");
+  command.runs([&global = command.global()] { return runStats(global); });
 }
 
 }  // namespace EventApps

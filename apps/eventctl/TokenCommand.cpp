@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "apps/common/Display.h"
@@ -89,60 +90,51 @@ int runRemove(const GlobalOptions& global, const TokenOptions& options) {
   return kDone;
 }
 
-void addRole(CLI::App& command, Role& role) {
-  command
-      .add_option_function<std::string>(
-          "--role",
-          [&role](const std::string& text) {
-            const auto found = std::find_if(kRoles.begin(), kRoles.end(),
-                                            [&](const auto& known) { return known.first == text; });
-            if (found == kRoles.end()) {
-              throw CLI::ValidationError("--role", "'" + text + "' is not read, write or admin");
-            }
-            role = found->second;
-          },
-          "read: looks; write: also stores and removes\nevents; admin: everything")
-      ->type_name("ROLE")
-      ->required();
+void addRole(Command& command, Role& role) {
+  command.value(
+      "--role", "ROLE", "read: looks; write: also stores and removes\nevents; admin: everything",
+      [&role](const std::string& text) -> std::string {
+        const auto found = std::find_if(kRoles.begin(), kRoles.end(),
+                                        [&](const auto& known) { return known.first == text; });
+        if (found == kRoles.end()) return "'" + text + "' is not read, write or admin";
+        role = found->second;
+        return {};
+      },
+      Need::kRequired);
 }
 
-CLI::App* defineTokenCommand(CLI::App& parent, const std::shared_ptr<TokenOptions>& options,
-                             const char* name, const char* description,
-                             const std::string& example) {
-  CLI::App* const command = defineCommand(parent, name, description, example);
-  command->add_option("--file", options->file, "the file of tokens (default: that of the home)")
-      ->type_name("FILE");
+Command defineTokenCommand(Command& parent, const std::shared_ptr<TokenOptions>& options,
+                           const char* name, const char* description, const std::string& example) {
+  Command command = parent.add(name, description, example);
+  command.text("--file", "FILE", "the file of tokens (default: that of the home)", options->file);
   return command;
 }
 
 }  // namespace
 
-void defineToken(CLI::App& app, CommandLine& line) {
-  CLI::App* const parent = defineCommand(app, "token", "add, list or remove tokens for the daemon",
-                                         "token add dashboard --role read");
-  parent->require_subcommand(1);
+void defineToken(Command parent) {
+  Command group = parent.add("token", "add, list or remove tokens for the daemon",
+                             "token add dashboard --role read");
+  group.requireCommand();
   const auto options = std::make_shared<TokenOptions>();
-  CLI::App* const add = defineTokenCommand(
-      *parent, options, "add", "make a token and print it",
+  const GlobalOptions& global = group.global();
+  Command add = defineTokenCommand(
+      group, options, "add", "make a token and print it",
       "token add dashboard --role read >token\n\n"
       "A token lets whoever shows it use the daemon over the network. It is printed\n"
       "this once: the file keeps what tells it again, not the token.");
-  add->add_option("NAME", options->name, "who is to have it")->type_name("")->required();
-  addRole(*add, options->role);
-  add->callback(
-      [&line, options] { line.run = [&line, options] { return runAdd(line.global, *options); }; });
+  add.text("NAME", "", "who is to have it", options->name, Need::kRequired);
+  addRole(add, options->role);
+  add.runs([&global, options] { return runAdd(global, *options); });
 
-  CLI::App* const list = defineTokenCommand(*parent, options, "list",
-                                            "list the names and roles of tokens", "token list");
-  list->callback(
-      [&line, options] { line.run = [&line, options] { return runList(line.global, *options); }; });
+  Command list = defineTokenCommand(group, options, "list", "list the names and roles of tokens",
+                                    "token list");
+  list.runs([&global, options] { return runList(global, *options); });
 
-  CLI::App* const remove =
-      defineTokenCommand(*parent, options, "remove", "remove a token", "token remove dashboard");
-  remove->add_option("NAME", options->name, "whose it is")->type_name("")->required();
-  remove->callback([&line, options] {
-    line.run = [&line, options] { return runRemove(line.global, *options); };
-  });
+  Command remove =
+      defineTokenCommand(group, options, "remove", "remove a token", "token remove dashboard");
+  remove.text("NAME", "", "whose it is", options->name, Need::kRequired);
+  remove.runs([&global, options] { return runRemove(global, *options); });
 }
 
 }  // namespace EventApps

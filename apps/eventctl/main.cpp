@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 
-#include <CLI/CLI.hpp>
 #include <clocale>
 #include <csignal>
 #include <exception>
@@ -29,73 +28,23 @@ void occupyStandardDescriptors() {
   }
 }
 
-void define(CLI::App& app, CommandLine& line) {
-  app.description("The event queues of a deduplicating storage server.");
-  app.name("eventctl");
-  app.fallthrough();
-  app.require_subcommand(1);
-  app.set_version_flag("--version", "eventctl " EVENTCTL_VERSION, "print the version and exit");
-  app.get_formatter()->column_width(28);
-  defineGlobalOptions(app, line.global);
-  defineAdd(app, line);
-  defineImport(app, line);
-  defineExport(app, line);
-  defineList(app, line);
-  defineShow(app, line);
-  defineStats(app, line);
-  defineNext(app, line);
-  defineConsume(app, line);
-  defineDelete(app, line);
-  definePurge(app, line);
-  defineCheck(app, line);
-  defineBackup(app, line);
-  defineRestore(app, line);
-  defineDataSelection(app, line);
-  defineToken(app, line);
-  defineDemo(app, line);
-  app.footer(
-      "The options above work before and after every command. Exit status: 0 done,\n"
-      "1 failed, 2 wrong usage.\n\n"
-      "Example:\n  eventctl add serverstatus --server node1 --state 2\n"
-      "  eventctl list\n  eventctl consume --json | my-handler\n\n"
-      "eventctl COMMAND --help tells more about a command; eventctl demo shows them\n"
-      "at work in a directory of its own.");
-}
-
-// The innermost command that the command line got to.
-const CLI::App& reached(const CLI::App& app) {
-  const auto chosen = app.get_subcommands();
-  return chosen.empty() ? app : reached(*chosen.front());
-}
-
-std::string commandPath(const CLI::App* app) {
-  const CLI::App* const parent = app->get_parent();
-  return parent == nullptr ? app->get_name() : commandPath(parent) + " " + app->get_name();
-}
-
-std::string describe(const CLI::App& app, const CLI::ParseError& error) {
-  if (!app.get_subcommands().empty() || error.get_name() != "RequiredError") return error.what();
-  const auto unknown = app.remaining();
-  if (unknown.empty()) return "a command is required";
-  return "there is no command or option '" + unknown.front() + "'";
-}
-
-int wrongUsage(const CLI::App& app, const CLI::ParseError& error) {
-  const CLI::App& command = reached(app);
-  complain(describe(app, error));
-  complain("see " + commandPath(&command) + " --help");
-  return kUsage;
-}
-
-int printHelp(const CLI::App& app, const CLI::Success& wanted) {
-  Output& output = standardOutput();
-  if (dynamic_cast<const CLI::CallForVersion*>(&wanted) != nullptr) {
-    output.line(wanted.what());
-  } else {
-    output.write(app.help());
-  }
-  output.flush();
-  return kDone;
+void define(Command eventctl) {
+  defineAdd(eventctl);
+  defineImport(eventctl);
+  defineExport(eventctl);
+  defineList(eventctl);
+  defineShow(eventctl);
+  defineStats(eventctl);
+  defineNext(eventctl);
+  defineConsume(eventctl);
+  defineDelete(eventctl);
+  definePurge(eventctl);
+  defineCheck(eventctl);
+  defineBackup(eventctl);
+  defineRestore(eventctl);
+  defineDataSelection(eventctl);
+  defineToken(eventctl);
+  defineDemo(eventctl);
 }
 
 int runCaught(const std::function<int()>& run) {
@@ -130,16 +79,8 @@ void setLevelWithoutLog(const GlobalOptions& options) {
 }
 
 int parseAndRun(int argc, char** argv) {
-  CLI::App app;
   CommandLine line;
-  define(app, line);
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::Success& wanted) {
-    return runGuarded([&] { return printHelp(app, wanted); });
-  } catch (const CLI::ParseError& error) {
-    return wrongUsage(app, error);
-  }
+  parseCommandLine(argc, argv, define, line);
   setLevelWithoutLog(line.global);
   return runGuarded(line.run);
 }

@@ -1,6 +1,7 @@
 #include "apps/eventd/api/Call.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 
 #include "apps/common/EventView.h"
 

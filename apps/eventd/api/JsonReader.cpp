@@ -1,5 +1,6 @@
 #include "apps/eventd/api/JsonReader.h"
 
+#include <nlohmann/json.hpp>
 #include <set>
 #include <string>
 #include <vector>

@@ -8,7 +8,7 @@
 #define EVENTSYSTEM_APPS_EVENTD_API_JSONREADER_H
 
 #include <cstddef>
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 #include <string_view>
 
 namespace EventApps::Api {

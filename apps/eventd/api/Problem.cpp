@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <nlohmann/json.hpp>
 
 #include "apps/common/Display.h"
 #include "apps/common/EventView.h"

@@ -1,6 +1,7 @@
 #include "apps/eventd/api/QueueJson.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 
 #include "apps/common/EventKinds.h"
 

@@ -5,7 +5,7 @@
 #ifndef EVENTSYSTEM_APPS_EVENTD_API_QUEUEJSON_H
 #define EVENTSYSTEM_APPS_EVENTD_API_QUEUEJSON_H
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include "apps/eventd/queue/ServiceRequests.h"
 

@@ -1,6 +1,7 @@
 // How the daemon and its queues are.
 
 #include <functional>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <utility>
 

@@ -1,5 +1,7 @@
 #include "apps/eventd/queue/Published.h"
 
+#include <nlohmann/json.hpp>
+
 namespace EventApps {
 namespace {
 
