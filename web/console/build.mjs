@@ -1,5 +1,6 @@
 // Makes dist/: index.html, one script, one style sheet and the icon, whose names carry a hash of
-// their content, so that browsers may keep them for ever.
+// their content, so that browsers may keep them for ever; and SHA256SUMS, which tells with
+// `sha256sum --check` whether they are still what the sources give.
 //   node build.mjs [FOLDER]     default: dist
 import { createHash } from "node:crypto";
 import { mkdir, readFile, rm, writeFile } from "node:fs/promises";
@@ -11,10 +12,12 @@ const root = dirname(fileURLToPath(import.meta.url));
 const folder = process.argv[2] ?? join(root, "dist");
 
 const { outputFiles, metafile } = await build({
+  absWorkingDir: root,
   entryPoints: [join(root, "src/main.tsx")],
   outfile: join(folder, "console.js"),
   bundle: true,
   minify: true,
+  lineLimit: 120, // so that a change can be read line by line
   write: false,
   metafile: true,
   format: "esm",
@@ -28,9 +31,10 @@ const { outputFiles, metafile } = await build({
 await rm(folder, { recursive: true, force: true });
 await mkdir(join(folder, "assets"), { recursive: true });
 
+const sha256 = (content) => createHash("sha256").update(content).digest("hex");
+
 async function keep(name, ending, content) {
-  const hash = createHash("sha256").update(content).digest("hex").slice(0, 12);
-  const path = `assets/${name}-${hash}.${ending}`;
+  const path = `assets/${name}-${sha256(content).slice(0, 12)}.${ending}`;
   await writeFile(join(folder, path), content);
   return path;
 }
@@ -58,3 +62,25 @@ await writeFile(
   join(folder, "index.html"),
   page.replace(/%(\w+)%/g, (_, name) => places[name]),
 );
+
+// A line for each file that the page is made from, and for each that was made.
+async function sums() {
+  const made = ["index.html", ...Object.values(places)];
+  const sources = Object.keys(metafile.inputs).filter((path) => !path.startsWith("node_modules/"));
+  sources.push(
+    "index.html",
+    "icon.svg",
+    "build.mjs",
+    "package.json",
+    "package-lock.json",
+    "tsconfig.json",
+  );
+  const line = async (base, path, shown) =>
+    `${sha256(await readFile(join(base, path)))}  ${shown}\n`;
+  const lines = [
+    ...sources.sort().map((path) => line(root, path, path)),
+    ...made.sort().map((path) => line(folder, path, `dist/${path}`)),
+  ];
+  return (await Promise.all(lines)).join("");
+}
+await writeFile(join(folder, "SHA256SUMS"), await sums());
