@@ -5,7 +5,7 @@ import { useEffect, useLayoutEffect, useRef, useState } from "preact/hooks";
 import type { Event } from "../api/types";
 import { summaryOf } from "../events/summary";
 import { visible } from "../events/visible";
-import { dateTime } from "../format";
+import { dateTime, zoneName, zoneOf } from "../format";
 import { openEvent, showEvent } from "../state/route";
 import { clock } from "../state/settings";
 import { Kind } from "./Kind";
@@ -183,7 +183,9 @@ export function EventGrid({ rows, empty }: { rows: Event[]; empty: string }) {
         <span role="columnheader" class="id">
           id
         </span>
-        <span role="columnheader">time{clock.value === "utc" ? " (UTC)" : ""}</span>
+        <span role="columnheader" title={zoneOf(clock.value)}>
+          time ({zoneName(clock.value)})
+        </span>
         <span role="columnheader">kind</span>
         <span role="columnheader">event</span>
       </div>

@@ -3,7 +3,7 @@ import { Refusal } from "../api/http";
 import type { Integer } from "../api/json";
 import type { Event } from "../api/types";
 import { visible } from "../events/visible";
-import { ageOf, dateTime, grouped } from "../format";
+import { ageOf, dateTime, grouped, zoneOf } from "../format";
 import { closeEvent, opening } from "../state/route";
 import { limits } from "../state/server";
 import { askServer } from "../state/session";
@@ -92,7 +92,7 @@ function Envelope({ event }: { event: Event }) {
       <div>
         <dt>date</dt>
         <dd>
-          {dateTime(event.date, "local")}
+          {dateTime(event.date, "local")} <span class="muted">{zoneOf("local")}</span>
           <div class="muted">{dateTime(event.date, "utc")} UTC</div>
           <div class="muted">{ageOf(event.date)} ago</div>
         </dd>

@@ -5,6 +5,7 @@ import { go } from "../state/route";
 import { stats } from "../state/server";
 import { clock } from "../state/settings";
 import { queue as shownQueue } from "../state/tail";
+import { Wide } from "../ui/Wide";
 import { queueName } from "./queueName";
 
 function order(queue: Queue): [string, number][] {
@@ -65,8 +66,7 @@ export function QueuesView() {
     <section class="card" aria-labelledby="queues-title">
       <h2 id="queues-title">Queues</h2>
       <p class="muted">The global queue and the queues of the data selections.</p>
-      {/* biome-ignore lint/a11y/noNoninteractiveTabindex: what scrolls must be reachable by keys */}
-      <div class="scroll" tabIndex={0} role="region" aria-label="Table of the queues">
+      <Wide label="Table of the queues">
         <table class="data">
           <thead>
             <tr>
@@ -94,7 +94,7 @@ export function QueuesView() {
             ))}
           </tbody>
         </table>
-      </div>
+      </Wide>
     </section>
   );
 }
