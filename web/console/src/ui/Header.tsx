@@ -1,6 +1,6 @@
 import { useEffect, useRef } from "preact/hooks";
 import { zoneName, zoneOf } from "../format";
-import { go, type View, view, viewNames, views } from "../state/route";
+import { addressOfView, go, type View, view, viewNames, views } from "../state/route";
 import { cluster, reach, stats } from "../state/server";
 import { hasToken, logOut, may, me, standing } from "../state/session";
 import { clock, nextClock, nextTheme, theme } from "../state/settings";
@@ -47,7 +47,7 @@ function Navigation() {
       {views.filter(isOffered).map((one) => (
         <a
           key={one}
-          href={`#/${one}`}
+          href={addressOfView(one)}
           aria-current={view.value === one ? "page" : undefined}
           onClick={(event) => {
             event.preventDefault();

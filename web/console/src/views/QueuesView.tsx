@@ -1,10 +1,8 @@
 import type { Queue } from "../api/types";
 import { kindNames } from "../events/kinds";
 import { ageOf, dateTime, grouped } from "../format";
-import { go } from "../state/route";
 import { stats } from "../state/server";
 import { clock } from "../state/settings";
-import { queue as shownQueue } from "../state/tail";
 import { Wide } from "../ui/Wide";
 import { queueName } from "./queueName";
 
@@ -30,17 +28,10 @@ function Mixture({ queue }: { queue: Queue }) {
 }
 
 function QueueRow({ queue }: { queue: Queue }) {
-  const openList = (event: MouseEvent) => {
-    event.preventDefault();
-    shownQueue.value = String(queue.dsid);
-    go("events");
-  };
   return (
     <tr>
       <th scope="row">
-        <a href="#/events" onClick={openList}>
-          {queueName(queue)}
-        </a>
+        <a href={`#/events/${queue.dsid}`}>{queueName(queue)}</a>
         {queue.known ? null : <span class="badge warn">not known</span>}
       </th>
       <td class="figure number">{grouped(queue.count)}</td>
