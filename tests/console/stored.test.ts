@@ -58,6 +58,23 @@ test("A filter finds kinds that the list does not hold", async ({
   await expect(page.getByTestId("count")).toHaveText("1 event");
 });
 
+test("A filter goes back step by step where the server cannot give all at once", pageOnly, async ({
+  page,
+  enter,
+  produce,
+  marker,
+}) => {
+  await produce.addQueue("48");
+  await produce.send("serverstatus", { server: `${marker} rare`, state: 1 }, "48");
+  await produce.sendText(legacies(1_600, marker), "48");
+  await enter();
+  await page.route("**/queues/48/events?*type=*", (route) => route.fulfill({ status: 503 }));
+  await page.goto("/#/events/48?kinds=serverstatus");
+  await page.getByRole("button", { name: "The server did not answer; try again" }).click();
+  await expect(rowsWith(page, `${marker} rare`)).toBeVisible();
+  await expect(page.getByTestId("count")).toHaveText("1 of 1\u202f601 events");
+});
+
 test("A search goes back step by step, and an id is looked up", pageOnly, async ({ page }) => {
   const mock = await startMock("--events", "20000", "--first-id", "700000001");
   try {

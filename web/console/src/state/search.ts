@@ -24,7 +24,7 @@ function add(events: Event[]): void {
   found.value = all.slice(0, mostKept);
 }
 
-// Of kinds that are rare the server gives all at once.
+// Of kinds that are rare the server gives all at once, if it can: it looks through all that it has.
 function areRare(): boolean {
   const types = figures.peek()?.types;
   if (kinds.peek().size === 0 || !types) return false;
@@ -38,10 +38,15 @@ async function lookUp(dsid: string, signal: AbortSignal): Promise<void> {
   if (event && !signal.aborted) add([event]);
 }
 
-async function lookBack(dsid: string, signal: AbortSignal, most: number): Promise<void> {
+async function lookBack(
+  dsid: string,
+  signal: AbortSignal,
+  most: number,
+  inSteps: boolean,
+): Promise<void> {
   const end = searchedTo.peek() ?? reachesBack.peek() ?? "0";
   if (end === "0") return;
-  if (areRare()) {
+  if (!inSteps && areRare()) {
     const events = await readRange(dsid, "0", end, signal, kinds.peek());
     if (signal.aborted) return;
     add(events);
@@ -60,10 +65,11 @@ async function lookBack(dsid: string, signal: AbortSignal, most: number): Promis
 
 async function look(signal: AbortSignal, most: number): Promise<void> {
   const dsid = queue.peek();
+  const hasFailed = searchState.peek() === "failed";
   searchState.value = "asking";
   try {
     await lookUp(dsid, signal);
-    await lookBack(dsid, signal, most);
+    await lookBack(dsid, signal, most, hasFailed);
     if (!signal.aborted) searchState.value = "";
   } catch {
     if (!signal.aborted) searchState.value = "failed";

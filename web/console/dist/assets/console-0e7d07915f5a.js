@@ -168,11 +168,11 @@ function(e,t){if(this.__R)return!0;var n=this.__$u,i=n&&n.s!==void 0;for(var r i
 "boolean"&&this.u===!0){var l=2&this.__$f;if(!(i||l||4&this.__$f)||1&this.__$f)return!0}else if(!(i||4&this.__$f)||3&this.
 __$f)return!0;for(var a in e)if(a!=="__source"&&e[a]!==this.props[a])return!0;for(var c in this.props)if(!(c in e))return!0;
 return!1};function Hn(e,t){return fo(function(){return U(e,t)},[])}var Vd=function(e){queueMicrotask(function(){queueMicrotask(e)})};function qd(){Bl(function(){for(var e;e=Xa.shift();)Za.call(e)})}function tu(){Xa.push(this)===1&&(re.requestAnimationFrame||
-Vd)(qd)}var dn=["legacy","imagerep","lsustatus","serverstatus","capacity","abilities","activity","audit","kelp"];var Mr=["overview","events","queues","limits","check","cluster"],wo={overview:"Overview",events:"Events",queues:"Queues",
+Vd)(qd)}var pn=["legacy","imagerep","lsustatus","serverstatus","capacity","abilities","activity","audit","kelp"];var Mr=["overview","events","queues","limits","check","cluster"],wo={overview:"Overview",events:"Events",queues:"Queues",
 limits:"Limits",check:"Check",cluster:"Cluster"},Wd=300,Bd={view:"overview",queue:"0",id:"",kinds:"",search:""};function nu(e,t){
 let[n="",...i]=e.replace(/^#\/?/,"").split("?"),[r,l,a=""]=n.split("/"),c=Mr.find(h=>h===r)??"overview";if(c!=="events"||
 !l)return{...t,view:c,id:""};let d=new URLSearchParams(i.join("?")),m=(d.get("kinds")??"").split(",");return{view:c,queue:l,
-id:/^\d+$/.test(a)?a:"",kinds:m.filter(h=>dn.includes(h)).join(),search:d.get("search")??""}}function iu({view:e,queue:t,
+id:/^\d+$/.test(a)?a:"",kinds:m.filter(h=>pn.includes(h)).join(),search:d.get("search")??""}}function iu({view:e,queue:t,
 id:n,kinds:i,search:r}){if(e!=="events")return`#/${e}`;let l=new URLSearchParams;i&&l.set("kinds",i),r&&l.set("search",r);
 let a=l.toString().replaceAll("%2C",",");return`#/events/${t}${n&&`/${n}`}${a&&`?${a}`}`}var ht=U(nu(location.hash,Bd)),
 rt=be(()=>ht.value.view),Ue=be(()=>ht.value.queue),Vn=be(()=>ht.value.search),Ud=be(()=>ht.value.kinds),Ft=be(()=>new Set(
@@ -221,18 +221,18 @@ includes(n)||i.eventString.toLowerCase().includes(n)}function vu(e,t){let n=Numb
 count,oldestAge:void 0};for(let r of e.queues){let l=Xd(r.oldest,t);n.set(String(r.dsid),{count:r.count,oldestAge:l}),l!==
 void 0&&(i.oldestAge=Math.max(i.oldestAge??0,l))}return n.set("all",i),n}var tp=90;function ns(e=Date.now()/1e3){let t=xn.
 value.at(-1);t&&t.queues.size>0&&(xn.value=[...xn.value,{time:e,queues:new Map}])}function _u(e){let t=Date.now()/1e3,n=xn.
-value.at(-1);n&&t-n.time>tp&&ns(n.time+1),xn.value=[...vu(xn.value,t),{time:t,queues:ep(e,t)}]}function bu(){xn.value=[]}var np=2e3,ip=1e4,rp=1e3,op=1e4,lt=U({is:"unknown"}),ze=U(),Jt=U(),pn=U(),Gi=U(""),kn=U(),rs=be(()=>ze.value?.queues.find(
+value.at(-1);n&&t-n.time>tp&&ns(n.time+1),xn.value=[...vu(xn.value,t),{time:t,queues:ep(e,t)}]}function bu(){xn.value=[]}var np=2e3,ip=1e4,rp=1e3,op=1e4,lt=U({is:"unknown"}),ze=U(),Jt=U(),mn=U(),Gi=U(""),kn=U(),rs=be(()=>ze.value?.queues.find(
 e=>String(e.dsid)==="0")),wu;function lp(e){return new Promise(t=>{let n=setTimeout(t,e);wu=()=>{clearTimeout(n),t()}})}
 function fi(){wu?.()}function sp(e){let t=e instanceof Error?e.message:String(e);e instanceof ot?lt.value={is:"troubled",
 why:t}:lt.value.is!=="down"&&(lt.value={is:"down",since:Date.now(),why:t},ns())}function ap(e){let t=ze.value;t&&t.startTime!==
-e.startTime&&(kn.value=e.startTime,Jt.value=void 0),ze.value=e,pn.value=e.cluster,lt.value={is:"up"},_u(e)}var is=0;async function up(){
+e.startTime&&(kn.value=e.startTime,Jt.value=void 0),ze.value=e,mn.value=e.cluster,lt.value={is:"up"},_u(e)}var is=0;async function up(){
 if(!(Date.now()<is)){is=Date.now()+ip;try{await Qt("/readyz"),Gi.value=""}catch(e){e instanceof ot&&(Gi.value=e.message)}}}
-async function cp(){let e=await Qt("/v1/cluster");pn.value=e.clustered?e:void 0}async function fp(){try{ap(await Qt("/v1\
+async function cp(){let e=await Qt("/v1/cluster");mn.value=e.clustered?e:void 0}async function fp(){try{ap(await Qt("/v1\
 /stats"))}catch(e){throw e instanceof ot&&De.value==="in"&&await cp().catch(()=>{}),e}}async function dp(){De.value==="s\
 tarting"&&await Dr(),De.value==="in"&&(await fp(),Jt.value||(Jt.value=await Qt("/v1/limits")),await up())}function pp(e,t){
 return e instanceof ot&&e.retryAfter!==void 0?e.retryAfter*1e3:Math.min(op,Math.max(rp,t*1.6))}async function yu(){let e=0;
-for(;;){try{await dp(),e=0}catch(t){sp(t),e=pp(t,e)}await lp(e||np)}}function xu(){ze.value=void 0,Jt.value=void 0,pn.value=
-void 0,Gi.value="",kn.value=void 0,lt.value={is:"unknown"},is=0,bu()}var mp=500,Eu=2e3,qn=2e4,hp=150,ku=4e4,Su=500,gp=15e3,vp=6e4,mn=U("off"),Lr=U(""),xt=U(!1),st=U([]),Wn=U([]),Bn=U(0),je=U(),
+for(;;){try{await dp(),e=0}catch(t){sp(t),e=pp(t,e)}await lp(e||np)}}function xu(){ze.value=void 0,Jt.value=void 0,mn.value=
+void 0,Gi.value="",kn.value=void 0,lt.value={is:"unknown"},is=0,bu()}var mp=500,Eu=2e3,qn=2e4,hp=150,ku=4e4,Su=500,gp=15e3,vp=6e4,hn=U("off"),Lr=U(""),xt=U(!1),st=U([]),Wn=U([]),Bn=U(0),je=U(),
 Ht=U(0),pi=be(()=>Vn.value.trim()!==""||Ft.value.size>0),Or=be(()=>gu(Vn.value,Ft.value)),Zt=U([]),Mu=be(()=>st.value.length>=
 qn),Xt=be(()=>{let e=t=>Fe(t.id,je.value??0)<=0;return[...st.value.filter(Or.value),...Zt.value.filter(e)]}),en=be(()=>ze.
 value?.queues.find(e=>String(e.dsid)===Ue.value)),Nr=Eu,zt,Rr=[],$o;function _p(){$o=void 0;let e=Rr;if(Rr=[],xt.value){
@@ -249,27 +249,28 @@ s/stream`;zt===void 0&&(zt=ci(Du(),mp),je.value=zt);let r=new AbortController,l=
 l),l=setTimeout(()=>r.abort(),ku)};try{let c=await pu(i,{headers:{Accept:"text/event-stream","Last-Event-ID":zt},signal:AbortSignal.
 any([t,r.signal])});n();let d=m=>t.aborted||bp(m);c.body&&await hu(c.body,d,a)}finally{clearTimeout(l)}}var Lu;function xp(e,t){
 return new Promise(n=>{let i=setTimeout(n,e);Lu=n,t.addEventListener("abort",()=>{clearTimeout(i),n()})})}async function kp(e,t){
-let n=Su;for(;!t.aborted;){mn.value="connecting";let i=0;try{await yp(e,t,()=>{mn.value="live",Lr.value="",n=Su})}catch(r){
-Lr.value=r instanceof ot?r.message:"",r instanceof ot&&(i=(r.retryAfter??0)*1e3)}if(t.aborted)return;mn.value="broken",await xp(
+let n=Su;for(;!t.aborted;){hn.value="connecting";let i=0;try{await yp(e,t,()=>{hn.value="live",Lr.value="",n=Su})}catch(r){
+Lr.value=r instanceof ot?r.message:"",r instanceof ot&&(i=(r.retryAfter??0)*1e3)}if(t.aborted)return;hn.value="broken",await xp(
 Math.max(i,n*(.75+Math.random()/2)),t),n=Math.min(gp,n*2)}}var ls=U(!0),Tu;document.addEventListener("visibilitychange",
 ()=>{clearTimeout(Tu),document.visibilityState==="visible"?ls.value=!0:Tu=setTimeout(()=>ls.value=!1,vp)});function Sp(){
 return kn.value!==void 0&&zt!==void 0&&Fe(Du(),zt)<0}function Nu(){let e=be(()=>lt.value.is==="up");$e(()=>{e.value&&Lu?.()});
-let t=be(()=>De.value==="in"&&en.value!==void 0),n="";$e(()=>{let i=Ue.value;if(!t.value){mn.value="off",yt(os);return}if(kn.
-value,Pu.value,(i!==n||yt(Sp))&&yt(os),n=i,!ls.value){mn.value="resting";return}let r=new AbortController;return yt(()=>{
+let t=be(()=>De.value==="in"&&en.value!==void 0),n="";$e(()=>{let i=Ue.value;if(!t.value){hn.value="off",yt(os);return}if(kn.
+value,Pu.value,(i!==n||yt(Sp))&&yt(os),n=i,!ls.value){hn.value="resting";return}let r=new AbortController;return yt(()=>{
 kp(i,r.signal)}),()=>r.abort()})}var di=U("");async function Ru(){let e=je.value,t=Ue.value;if(!(e===void 0||di.value===
 "asking")){di.value="asking";try{let n=0;await Ao(t,e,(i,r)=>{if(t!==Ue.value)return!1;let l=[...st.value,...i];return n=
 i.length,Nr=Math.min(qn,Math.max(Nr,l.length)),st.value=l.slice(0,qn),je.value=String(l[qn]?.id??r),n===0}),di.value=n>0||
-je.value==="0"?"":"none"}catch{di.value="failed"}}}var Tp=400,Ou=200,Un=U(),hn=U(""),Yi=U(0);function ss(e){let t=new Set(Zt.value.map(r=>String(r.id))),n=e.filter(r=>Or.value(
+je.value==="0"?"":"none"}catch{di.value="failed"}}}var Tp=400,Ou=200,Un=U(),tn=U(""),Yi=U(0);function ss(e){let t=new Set(Zt.value.map(r=>String(r.id))),n=e.filter(r=>Or.value(
 r)&&!t.has(String(r.id)));if(n.length===0)return;let i=[...Zt.value,...n].sort((r,l)=>Fe(l.id,r.id));Zt.value=i.slice(0,
 qn)}function Ep(){let e=en.peek()?.types;return Ft.peek().size===0||!e?!1:[...Ft.peek()].reduce((t,n)=>t+(e[n]??0),0)<=Mo}
 async function Mp(e,t){let n=Vn.peek().trim();if(!/^\d{1,20}$/.test(n))return;let i=await Po(e,n,t);i&&!t.aborted&&ss([i])}
-async function Cp(e,t,n){let i=Un.peek()??je.peek()??"0";if(i!=="0")if(Ep()){let r=await Xl(e,"0",i,t,Ft.peek());if(t.aborted)
-return;ss(r),Yi.value=void 0,Un.value="0"}else Xt.peek().length<n&&await Ao(e,i,(l,a)=>(Yi.value=(Yi.value??0)+l.length,
-ss(l),Un.value=a,Xt.value.length<n),t)}async function Iu(e,t){let n=Ue.peek();hn.value="asking";try{await Mp(n,e),await Cp(
-n,e,t),e.aborted||(hn.value="")}catch{e.aborted||(hn.value="failed")}}var Fu=new AbortController;function zu(){hn.value!==
-"asking"&&Iu(Fu.signal,Xt.value.length+Ou)}function Pp(){Zt.value=[],Un.value=void 0,hn.value="",Yi.value=0}function Hu(){
-let e=be(()=>rt.value==="events"&&pi.value&&je.value!==void 0);$e(()=>{let t=new AbortController;if(Fu=t,Ue.value,Or.value,
-Ht.value,yt(Pp),!e.value)return;let n=setTimeout(()=>{Iu(t.signal,Ou)},Tp);return()=>{clearTimeout(n),t.abort()}})}function as(e,t,n){let i=`eventd.${e}`,r=t.find(a=>a===localStorage.getItem(i)),l=U(r??n);return $e(()=>localStorage.setItem(
+async function Cp(e,t,n,i){let r=Un.peek()??je.peek()??"0";if(r!=="0")if(!i&&Ep()){let l=await Xl(e,"0",r,t,Ft.peek());if(t.
+aborted)return;ss(l),Yi.value=void 0,Un.value="0"}else Xt.peek().length<n&&await Ao(e,r,(a,c)=>(Yi.value=(Yi.value??0)+a.
+length,ss(a),Un.value=c,Xt.value.length<n),t)}async function Iu(e,t){let n=Ue.peek(),i=tn.peek()==="failed";tn.value="as\
+king";try{await Mp(n,e),await Cp(n,e,t,i),e.aborted||(tn.value="")}catch{e.aborted||(tn.value="failed")}}var Fu=new AbortController;
+function zu(){tn.value!=="asking"&&Iu(Fu.signal,Xt.value.length+Ou)}function Pp(){Zt.value=[],Un.value=void 0,tn.value="",
+Yi.value=0}function Hu(){let e=be(()=>rt.value==="events"&&pi.value&&je.value!==void 0);$e(()=>{let t=new AbortController;
+if(Fu=t,Ue.value,Or.value,Ht.value,yt(Pp),!e.value)return;let n=setTimeout(()=>{Iu(t.signal,Ou)},Tp);return()=>{clearTimeout(
+n),t.abort()}})}function as(e,t,n){let i=`eventd.${e}`,r=t.find(a=>a===localStorage.getItem(i)),l=U(r??n);return $e(()=>localStorage.setItem(
 i,l.value)),l}var Lo=["auto","light","dark"],Sn=as("theme",Lo,"auto"),Pe=as("clock",["local","utc"],"local"),Ir=as("shor\
 tcuts",["on","off"],"on");function No(){Sn.value=Lo[(Lo.indexOf(Sn.value)+1)%Lo.length]??"auto"}function Ro(){Pe.value=Pe.
 value==="utc"?"local":"utc"}function Vu(){$e(()=>{document.documentElement.dataset.theme=Sn.value})}var Ap=100,$p=10,gt=U(new Set),Fr=U(),Qi=U([]),qu="",mi="0";async function Dp(e,t){let n=[...new Set(t.map(a=>String(a.id)))].
@@ -323,7 +324,7 @@ tton",class:"danger",disabled:t,onClick:()=>e.value=!0,children:"Repair …"}):n
 ad",role:"alert",children:n.failure}):null,n?.report?o(Bp,{report:n.report,at:n.at}):null,o(jp,{open:e.value,answer:r})]})}
 function Gu(){return o("section",{class:"card","aria-labelledby":"check-title",children:[o("h2",{id:"check-title",children:"\
 Check"}),o("p",{class:"muted",children:["Looks through all queues for events that cannot be read or are filed under a wr\
-ong id. Looking changes nothing; a repair asks first.",pn.value?" In cluster mode this is about the database, the copy t\
+ong id. Looking changes nothing; a repair asks first.",mn.value?" In cluster mode this is about the database, the copy t\
 o fall back to: the cluster keeps its queues itself.":""]}),Eo("admin")?o(Kp,{}):o("p",{children:"This needs the role ad\
 min."})]})}function hi({name:e,value:t,most:n,text:i}){let r=n>0?Math.min(1,Math.max(0,t/n)):0,l=r>=.9?"bad":r>=.7?"warn":"ok";return o(
 "div",{class:`meter ${l}`,children:[o("div",{class:"meter-text",children:[o("span",{children:e}),o("span",{class:"figure",
@@ -336,7 +337,7 @@ leader?"accent":"":"bad";return o("li",{class:"card",children:[o("div",{class:"c
 e.name||e.endpoint)}),o("span",{class:`badge ${n}`,children:t})]}),e.name?o("p",{class:"muted",children:[he(e.endpoint),
 ", version ",he(e.version)]}):null,e.reachable?o(Gp,{member:e}):null,e.failure?o("p",{class:"problem",children:he(e.failure)}):
 null]})}function Qp(e){let t=e.filter(r=>r.reachable),n=Math.floor(e.length/2)+1,i=t.some(r=>r.leader)?"":" None of them\
- leads.";return`${t.length} of ${e.length} members answer; ${n} are needed.${i}`}function Yu(){let e=pn.value;return e?o(
+ leads.";return`${t.length} of ${e.length} members answer; ${n} are needed.${i}`}function Yu(){let e=mn.value;return e?o(
 "section",{"aria-labelledby":"cluster-title",children:[o("h2",{id:"cluster-title",children:"Cluster"}),o("p",{class:"pag\
 e-note","data-testid":"quorum",children:Qp(e.members)}),e.failure?o("p",{class:"banner bad",role:"alert",children:he(e.failure)}):
 null,e.alarms.map(t=>o("p",{class:"banner warn",children:[o("strong",{children:"Alarm:"})," ",he(t)]},t)),o("ul",{class:"\
@@ -424,8 +425,8 @@ function bm(){Do(),En(xt.value?"The list is paused.":"The list goes on.")}functi
 currentTarget.value),children:[en.value?null:o("option",{value:Ue.value,children:["queue ",Ue.value]}),e.map(t=>o("optio\
 n",{value:String(t.dsid),children:Xi(t)},t.dsid))]})]})}function ym(){return o("fieldset",{class:"choices kinds",children:[
 o("legend",{class:"unseen",children:"Kinds shown"}),o("button",{type:"button","aria-pressed":Ft.value.size===0,onClick:()=>jl(
-[]),children:"all kinds"}),dn.map(e=>o("button",{type:"button",class:"kind","data-kind":e,"aria-pressed":Ft.value.has(e),
-onClick:()=>_m(e),children:e},e))]})}function xm(){let[e,t]=vm[mn.value];if(!xt.value&&mn.value==="broken"&&Lr.value)return o(
+[]),children:"all kinds"}),pn.map(e=>o("button",{type:"button",class:"kind","data-kind":e,"aria-pressed":Ft.value.has(e),
+onClick:()=>_m(e),children:e},e))]})}function xm(){let[e,t]=vm[hn.value];if(!xt.value&&hn.value==="broken"&&Lr.value)return o(
 "span",{class:"state bad",children:["interrupted: ",he(Lr.value)]});if(!xt.value)return o("span",{class:`state ${t}`,children:e});
 let n=Bn.value>0?` and ${K(Bn.value)} more`:"";return o("span",{class:"state warn",children:["paused, ",K(Wn.value.length),
 n," new"]})}function km(){let e=Re(null);return ke(()=>{Hr.value&&e.current?.focus(),Hr.value=!1},[Hr.value]),o("div",{class:"\
@@ -435,21 +436,21 @@ onKeyDown:t=>t.key==="Escape"&&Kl("")})]}),o("button",{type:"button",class:"with
 children:[o(Pn,{name:xt.value?"play":"pause"})," ",xt.value?"Go on":"Pause"]})]})}var oc={"":"Older events",asking:"Look\
 ing …",none:"None found there; look further back",failed:"The server did not answer; try again"};function fs(){let e=je.
 value;return e===void 0||e==="0"?e==="0":Fr.value!==void 0&&Fe(Fr.value,e)>0}function Sm(){let e=st.value.filter(t=>!gt.
-value.has(String(t.id))).length;return mn.value==="live"&&!xt.value&&e===Number(en.value?.count)}function Tm(){if(je.value===
+value.has(String(t.id))).length;return hn.value==="live"&&!xt.value&&e===Number(en.value?.count)}function Tm(){if(je.value===
 void 0)return null;if(fs()){let e=Sm()?"all that are stored":"nothing older is stored";return o("span",{class:"muted",children:e})}
 return Mu.value?o("span",{class:"muted",children:"the list holds no more"}):o("button",{type:"button",disabled:di.value===
-"asking",onClick:Ru,children:oc[di.value]})}function Em(){let e=Un.value??je.value;return e===void 0?null:hn.value==="as\
+"asking",onClick:Ru,children:oc[di.value]})}function Em(){let e=Un.value??je.value;return e===void 0?null:tn.value==="as\
 king"?o("span",{class:"muted",children:"Looking further back …"}):e==="0"||fs()?o("span",{class:"muted",children:"noth\
 ing older is stored"}):o(de,{children:[o("span",{class:"muted",children:["looked through down to id ",K(e)]}),o("button",
-{type:"button",onClick:zu,children:hn.value==="failed"?oc.failed:"Look further back"})]})}function Mm(){let e=st.value.length+
+{type:"button",onClick:zu,children:tn.value==="failed"?oc.failed:"Look further back"})]})}function Mm(){let e=st.value.length+
 (Yi.value??Number.NEGATIVE_INFINITY),t=Xt.value.length;return pi.value&&t<e?`${K(t)} of ${K(e)} events`:t===1?"1 event":
 `${K(t)} events`}function Cm(){let e=Xt.value.filter(t=>gt.value.has(String(t.id))).length;return o("div",{class:"list-f\
 oot",children:[o("span",{children:[o("span",{"data-testid":"count",children:Mm()}),e>0?o("span",{class:"muted",children:[
 ", ",K(e)," deleted since"]}):null]}),pi.value?o(Em,{}):o(Tm,{})]})}function Pm(){return o("p",{class:"banner warn",role:"\
 alert",children:["There is no queue ",he(Ue.value)," here. ",o("a",{href:"#/events/0",children:"The global queue"})]})}function Am(){
-if(pi.value){let e=Un.value==="0"||fs();return hn.value==="asking"||!e&&Un.value===void 0?"":e?"No event in the queue ma\
-tches.":"No event matches so far."}return st.value.length>0?"":mn.value==="live"?"No events here; new ones appear as the\
-y are stored.":""}function $m(){let e=hn.value==="asking",t=`${Vn.value}|${[...Ft.value].join()}`;ke(()=>{if(t==="|"||e)
+if(pi.value){let e=Un.value==="0"||fs();return tn.value==="asking"||!e&&Un.value===void 0?"":e?"No event in the queue ma\
+tches.":"No event matches so far."}return st.value.length>0?"":hn.value==="live"?"No events here; new ones appear as the\
+y are stored.":""}function $m(){let e=tn.value==="asking",t=`${Vn.value}|${[...Ft.value].join()}`;ke(()=>{if(t==="|"||e)
 return;let n=setTimeout(()=>En(`${Xt.peek().length} events match.`),800);return()=>clearTimeout(n)},[t,e])}function lc(){
 $m();let e=ze.value!==void 0&&en.value===void 0,t=e?void 0:Yt.value;return o("div",{class:`events ${t?"with-panel":""}`,
 children:[o("section",{class:"list card","aria-labelledby":"events-title",children:[o("div",{class:"card-head",children:[
@@ -500,13 +501,13 @@ mouseleave",gc="dblclick",rh="resize",oh="scroll",vc="change",Go="dppxchange",As
 null,nr=sr?window:null,lh=sr?navigator:null,ue,Bo;function ws(){let e=devicePixelRatio;ue!=e&&(ue=e,Bo&&xs(vc,Bo,ws),Bo=
 matchMedia(`(min-resolution: ${ue-.001}dppx) and (max-resolution: ${ue+.001}dppx)`),xi(vc,Bo,ws),nr.dispatchEvent(new CustomEvent(
 Go)))}function Ct(e,t){if(t!=null){let n=e.classList;!n.contains(t)&&n.add(t)}}function ys(e,t){let n=e.classList;n.contains(
-t)&&n.remove(t)}function Se(e,t,n){e.style[t]=n+"px"}function tn(e,t,n,i){let r=bs.createElement(e);return t!=null&&Ct(r,
-t),n?.insertBefore(r,i),r}function qt(e,t){return tn("div",e,t)}var _c=new WeakMap;function gn(e,t,n,i,r){let l="transla\
+t)&&n.remove(t)}function Se(e,t,n){e.style[t]=n+"px"}function nn(e,t,n,i){let r=bs.createElement(e);return t!=null&&Ct(r,
+t),n?.insertBefore(r,i),r}function qt(e,t){return nn("div",e,t)}var _c=new WeakMap;function gn(e,t,n,i,r){let l="transla\
 te("+t+"px,"+n+"px)",a=_c.get(e);l!=a&&(e.style.transform=l,_c.set(e,l),t<0||n<0||t>i||n>r?Ct(e,yi):ys(e,yi))}var bc=new WeakMap;
 function wc(e,t,n){let i=t+n,r=bc.get(e);i!=r&&(bc.set(e,i),e.style.background=t,e.style.borderColor=n)}var yc=new WeakMap;
 function xc(e,t,n,i){let r=t+""+n,l=yc.get(e);r!=l&&(yc.set(e,r),e.style.height=n+"px",e.style.width=t+"px",e.style.marginLeft=
 i?-t/2+"px":0,e.style.marginTop=i?-n/2+"px":0)}var $s={passive:!0},sh={...$s,capture:!0};function xi(e,t,n,i){t.addEventListener(
-e,n,i?sh:$s)}function xs(e,t,n,i){t.removeEventListener(e,n,$s)}sr&&ws();function nn(e,t,n,i){let r;n=n||0,i=i||t.length-
+e,n,i?sh:$s)}function xs(e,t,n,i){t.removeEventListener(e,n,$s)}sr&&ws();function rn(e,t,n,i){let r;n=n||0,i=i||t.length-
 1;let l=i<=2147483647;for(;i-n>1;)r=l?n+i>>1:Pt((n+i)/2),t[r]<e?n=r:i=r;return e-t[n]<=t[i]-e?n:i}function Qc(e){return(n,i,r)=>{
 let l=-1,a=-1;for(let c=i;c<=r;c++)if(e(n[c])){l=c;break}for(let c=r;c>=i;c--)if(e(n[c])){a=c;break}return[l,a]}}var Jc=e=>e!=
 null,Zc=e=>e!=null&&e>0,Jo=Qc(Jc),ah=Qc(Zc);function uh(e,t,n,i=0,r=!1){let l=r?ah:Jo,a=r?Zc:Jc;[t,n]=l(e,t,n);let c=e[t],
@@ -520,11 +521,11 @@ se(t,0),n=se(n,e.length-1);t<=n;){if(e[t]!=null)return!0;t++}return!1}function S
 0),a=se(r.pad,0),c=se(i.hard,-ge),d=se(r.hard,ge),m=se(i.soft,ge),h=se(r.soft,-ge),v=se(i.mode,0),w=se(r.mode,0),_=t-e,S=An(
 _),E=vt(Ge(e),Ge(t)),M=An(E),A=Ge(M-S);(_<1e-24||A>10)&&(_=0,(e==0||t==0)&&(_=1e-24,v==2&&m!=ge&&(l=0),w==2&&h!=-ge&&(a=
 0)));let y=_||E||1e3,$=An(y),k=ir(10,Pt($)),Q=y*(_==0?e==0?.1:1:l),O=ve(rf(e-Q,k/10),24),J=e>=m&&(v==1||v==3&&O<=m||v==2&&
-O>=m)?m:ge,W=vt(c,O<J&&e>=J?J:rn(J,O)),X=y*(_==0?t==0?.1:1:a),q=ve(Xo(t+X,k/10),24),P=t<=h&&(w==1||w==3&&q>=h||w==2&&q<=
-h)?h:-ge,B=rn(d,q>P&&t<=P?P:vt(P,q));return W==B&&W==0&&(B=100),[W,B]}var dh=new Intl.NumberFormat(sr?lh.language:"en-US"),
-Ns=e=>dh.format(e),At=Math,Ko=At.PI,Ge=At.abs,Pt=At.floor,Ke=At.round,Wt=At.ceil,rn=At.min,vt=At.max,ir=At.pow,Tc=At.sign,
+O>=m)?m:ge,W=vt(c,O<J&&e>=J?J:on(J,O)),X=y*(_==0?t==0?.1:1:a),q=ve(Xo(t+X,k/10),24),P=t<=h&&(w==1||w==3&&q>=h||w==2&&q<=
+h)?h:-ge,B=on(d,q>P&&t<=P?P:vt(P,q));return W==B&&W==0&&(B=100),[W,B]}var dh=new Intl.NumberFormat(sr?lh.language:"en-US"),
+Ns=e=>dh.format(e),At=Math,Ko=At.PI,Ge=At.abs,Pt=At.floor,Ke=At.round,Wt=At.ceil,on=At.min,vt=At.max,ir=At.pow,Tc=At.sign,
 An=At.log10,Xc=At.log2,ph=(e,t=1)=>At.sinh(e)*t,hs=(e,t=1)=>At.asinh(e/t),ge=1/0;function Ec(e){return(An((e^e>>31)-(e>>
-31))|0)+1}function ks(e,t,n){return rn(vt(e,t),n)}function ef(e){return typeof e=="function"}function ne(e){return ef(e)?
+31))|0)+1}function ks(e,t,n){return on(vt(e,t),n)}function ef(e){return typeof e=="function"}function ne(e){return ef(e)?
 e:()=>e}var mh=()=>{},tf=e=>e,nf=(e,t)=>t,hh=e=>null,Mc=e=>!0,Cc=(e,t)=>e==t,gh=/\.\d*?(?=9{6,}|0{6,})/gm,ki=e=>{if(lf(e)||
 Gn.has(e))return e;let t=`${e}`,n=t.match(gh);if(n==null)return e;let i=n[0].length-1;if(t.indexOf("e-")!=-1){let[r,l]=t.
 split("e");return+`${ki(r)}e${l}`}return ve(e,i)};function bi(e,t){return ki(ve(ki(e/t))*t)}function Xo(e,t){return ki(Wt(
@@ -597,8 +598,8 @@ wf="bold "+zs,yf=1.5,Ic={show:!0,scale:"x",stroke:Ps,space:50,gap:5,alignTo:1,si
 side:2,grid:Fs,ticks:_f,border:bf,font:zs,lineGap:yf,rotate:0},ng="Value",ig="Time",Fc={show:!0,scale:"x",auto:!1,sorted:1,
 min:ge,max:-ge,idxs:[]};function rg(e,t,n,i,r){return t.map(l=>l==null?"":Ns(l))}function og(e,t,n,i,r,l,a){let c=[],d=Gn.
 get(r)||0;n=a?n:ve(Xo(n,r),d);for(let m=n;m<=i;m=ve(m+r,d))c.push(Object.is(m,-0)?0:m);return c}function Ss(e,t,n,i,r,l,a){
-let c=[],d=e.scales[e.axes[t].scale].log,m=d==10?An:Xc,h=Pt(m(n));r=ir(d,h),d==10&&(r=wi[nn(r,wi)]);let v=n,w=r*d;d==10&&
-(w=wi[nn(w,wi)]);do c.push(v),v=v+r,d==10&&!Gn.has(v)&&(v=ve(v,Gn.get(r))),v>=w&&(r=v,w=r*d,d==10&&(w=wi[nn(w,wi)]));while(v<=
+let c=[],d=e.scales[e.axes[t].scale].log,m=d==10?An:Xc,h=Pt(m(n));r=ir(d,h),d==10&&(r=wi[rn(r,wi)]);let v=n,w=r*d;d==10&&
+(w=wi[rn(w,wi)]);do c.push(v),v=v+r,d==10&&!Gn.has(v)&&(v=ve(v,Gn.get(r))),v>=w&&(r=v,w=r*d,d==10&&(w=wi[rn(w,wi)]));while(v<=
 i);return c}function lg(e,t,n,i,r,l,a){let d=e.scales[e.axes[t].scale].asinh,m=i>d?Ss(e,t,vt(d,n),i,r):[d],h=i>=0&&n<=0?
 [0]:[];return(n<-d?Ss(e,t,vt(d,-i),-n,r):[d]).reverse().map(w=>-w).concat(h,m)}var xf=/./,sg=/[12357]/,ag=/[125]/,zc=/1/,
 Ts=(e,t,n,i)=>e.map((r,l)=>t==4&&r==0||l%i==0&&n.test(r.toExponential()[r<0?1:0])?r:null);function ug(e,t,n,i,r){let l=e.
@@ -630,7 +631,7 @@ null){let v=m,w=m;if(r==1)for(;++m<=i&&t[m]===null;)w=m;else for(;--m>=n&&t[m]==
 E=v-r;_=a<=0&&E>=0&&E<d?l(e[E]):_;let A=w+r;S=a>=0&&A>=0&&A<d?l(e[A]):S,S>=_&&c.push([_,S])}return c}function Uc(e){return e==
 0?tf:e==1?Ke:t=>bi(t,e)}function Ef(e){let t=e==0?nl:il,n=e==0?(r,l,a,c,d,m)=>{r.arcTo(l,a,c,d,m)}:(r,l,a,c,d,m)=>{r.arcTo(
 a,l,d,c,m)},i=e==0?(r,l,a,c,d)=>{r.rect(l,a,c,d)}:(r,l,a,c,d)=>{r.rect(a,l,d,c)};return(r,l,a,c,d,m=0,h=0)=>{m==0&&h==0?
-i(r,l,a,c,d):(m=rn(m,c/2,d/2),h=rn(h,c/2,d/2),t(r,l+m,a),n(r,l+c,a,l+c,a+d,m),n(r,l+c,a+d,l,a+d,h),n(r,l,a+d,l,a,h),n(r,
+i(r,l,a,c,d):(m=on(m,c/2,d/2),h=on(h,c/2,d/2),t(r,l+m,a),n(r,l+c,a,l+c,a+d,m),n(r,l+c,a+d,l,a+d,h),n(r,l,a+d,l,a,h),n(r,
 l,a,l+c,a,m),r.closePath())}}var nl=(e,t,n)=>{e.moveTo(t,n)},il=(e,t,n)=>{e.moveTo(n,t)},ar=(e,t,n)=>{e.lineTo(t,n)},ur=(e,t,n)=>{
 e.lineTo(n,t)},rl=Ef(0),qs=Ef(1),Mf=(e,t,n,i,r,l)=>{e.arc(t,n,i,r,l)},Cf=(e,t,n,i,r,l)=>{e.arc(n,t,i,r,l)},Pf=(e,t,n,i,r,l,a)=>{
 e.bezierCurveTo(t,n,i,r,l,a)},Af=(e,t,n,i,r,l,a)=>{e.bezierCurveTo(n,t,r,i,a,l)};function $f(e){return(t,n,i,r,l)=>Si(t,
@@ -662,21 +663,21 @@ if(t[d]!==void 0){if(c!=null){let h=Ge(e[d]-e[c]);h<m&&(m=h,a=Ge(n(e[d],i,r,l)-n
 e=e||jr;let t=se(e.size,[.6,ge,1]),n=e.align||0,i=e.gap||0,r=e.radius;r=r==null?[0,0]:typeof r=="number"?[r,0]:r;let l=ne(
 r),a=1-t[0],c=se(t[1],ge),d=se(t[2],1),m=se(e.disp,jr),h=se(e.each,_=>{}),{fill:v,stroke:w}=m;return(_,S,E,M)=>Si(_,S,(A,y,$,k,Q,O,J,W,X,q,P)=>{
 let B=A.pxRound,L=n,G=i*ue,V=c*ue,ie=d*ue,H,_t;k.ori==0?[H,_t]=l(_,S):[_t,H]=l(_,S);let Te=k.dir*(k.ori==0?1:-1),oe=k.ori==
-0?rl:qs,pe=k.ori==0?h:(R,_e,We,Ci,Jn,ln,Zn)=>{h(R,_e,We,Jn,Ci,Zn,ln)},ee=se(_.bands,Rs).find(R=>R.series[0]==S),F=ee!=null?
-ee.dir:0,qe=A.fillTo(_,S,A.min,A.max,F),ct=B(J(qe,Q,P,X)),Ee,ce,Bt,kt=q,Ae=B(A.width*ue),on=!1,vn=null,$t=null,Dn=null,Ti=null;
-v!=null&&(Ae==0||w!=null)&&(on=!0,vn=v.values(_,S,E,M),$t=new Map,new Set(vn).forEach(R=>{R!=null&&$t.set(R,new Path2D)}),
+0?rl:qs,pe=k.ori==0?h:(R,_e,We,Ci,Jn,sn,Zn)=>{h(R,_e,We,Jn,Ci,Zn,sn)},ee=se(_.bands,Rs).find(R=>R.series[0]==S),F=ee!=null?
+ee.dir:0,qe=A.fillTo(_,S,A.min,A.max,F),ct=B(J(qe,Q,P,X)),Ee,ce,Bt,kt=q,Ae=B(A.width*ue),ln=!1,vn=null,$t=null,Dn=null,Ti=null;
+v!=null&&(Ae==0||w!=null)&&(ln=!0,vn=v.values(_,S,E,M),$t=new Map,new Set(vn).forEach(R=>{R!=null&&$t.set(R,new Path2D)}),
 Ae>0&&(Dn=w.values(_,S,E,M),Ti=new Map,new Set(Dn).forEach(R=>{R!=null&&Ti.set(R,new Path2D)})));let{x0:Ei,size:fr}=m;if(Ei!=
 null&&fr!=null){L=1,y=Ei.values(_,S,E,M),Ei.unit==2&&(y=y.map(We=>_.posToVal(W+We*q,k.key,!0)));let R=fr.values(_,S,E,M);
 fr.unit==2?ce=R[0]*q:ce=O(R[0],k,q,W)-O(0,k,q,W),kt=jc(y,$,O,k,q,W,kt),Bt=kt-ce+G}else kt=jc(y,$,O,k,q,W,kt),Bt=kt*a+G,ce=
 kt-Bt;Bt<1&&(Bt=0),Ae>=ce/2&&(Ae=0),Bt<5&&(B=tf);let Gr=Bt>0,Yn=kt-Bt-(Gr?Ae:0);ce=B(ks(Yn,ie,V)),Ee=(L==0?ce/2:L==Te?0:
-ce)-L*Te*((L==0?G/2:0)+(Gr?Ae/2:0));let ft={stroke:null,fill:null,clip:null,band:null,gaps:null,flags:0},Mi=on?null:new Path2D,
+ce)-L*Te*((L==0?G/2:0)+(Gr?Ae/2:0));let ft={stroke:null,fill:null,clip:null,band:null,gaps:null,flags:0},Mi=ln?null:new Path2D,
 _n=null;if(ee!=null)_n=_.data[ee.series[1]];else{let{y0:R,y1:_e}=m;R!=null&&_e!=null&&($=_e.values(_,S,E,M),_n=R.values(
 _,S,E,M))}let Qn=H*ce,Z=_t*ce;for(let R=Te==1?E:M;R>=E&&R<=M;R+=Te){let _e=$[R];if(_e==null)continue;if(_n!=null){let bt=_n[R]??
-0;if(_e-bt==0)continue;ct=J(bt,Q,P,X)}let We=k.distr!=2||m!=null?y[R]:R,Ci=O(We,k,q,W),Jn=J(se(_e,qe),Q,P,X),ln=B(Ci-Ee),
-Zn=B(vt(Jn,ct)),St=B(rn(Jn,ct)),Dt=Zn-St;if(_e!=null){let bt=_e<0?Z:Qn,Ut=_e<0?Qn:Z;on?(Ae>0&&Dn[R]!=null&&oe(Ti.get(Dn[R]),
-ln,St+Pt(Ae/2),ce,vt(0,Dt-Ae),bt,Ut),vn[R]!=null&&oe($t.get(vn[R]),ln,St+Pt(Ae/2),ce,vt(0,Dt-Ae),bt,Ut)):oe(Mi,ln,St+Pt(
-Ae/2),ce,vt(0,Dt-Ae),bt,Ut),pe(_,S,R,ln-Ae/2,St,ce+Ae,Dt)}}return Ae>0?ft.stroke=on?Ti:Mi:on||(ft._fill=A.width==0?A._fill:
-A._stroke??A._fill,ft.width=0),ft.fill=on?$t:Mi,ft})}function xg(e,t){let n=se(t?.alignGaps,0);return(i,r,l,a)=>Si(i,r,(c,d,m,h,v,w,_,S,E,M,A)=>{
+0;if(_e-bt==0)continue;ct=J(bt,Q,P,X)}let We=k.distr!=2||m!=null?y[R]:R,Ci=O(We,k,q,W),Jn=J(se(_e,qe),Q,P,X),sn=B(Ci-Ee),
+Zn=B(vt(Jn,ct)),St=B(on(Jn,ct)),Dt=Zn-St;if(_e!=null){let bt=_e<0?Z:Qn,Ut=_e<0?Qn:Z;ln?(Ae>0&&Dn[R]!=null&&oe(Ti.get(Dn[R]),
+sn,St+Pt(Ae/2),ce,vt(0,Dt-Ae),bt,Ut),vn[R]!=null&&oe($t.get(vn[R]),sn,St+Pt(Ae/2),ce,vt(0,Dt-Ae),bt,Ut)):oe(Mi,sn,St+Pt(
+Ae/2),ce,vt(0,Dt-Ae),bt,Ut),pe(_,S,R,sn-Ae/2,St,ce+Ae,Dt)}}return Ae>0?ft.stroke=ln?Ti:Mi:ln||(ft._fill=A.width==0?A._fill:
+A._stroke??A._fill,ft.width=0),ft.fill=ln?$t:Mi,ft})}function xg(e,t){let n=se(t?.alignGaps,0);return(i,r,l,a)=>Si(i,r,(c,d,m,h,v,w,_,S,E,M,A)=>{
 [l,a]=Jo(m,l,a);let y=c.pxRound,$=H=>y(w(H,h,M,S)),k=H=>y(_(H,v,A,E)),Q,O,J;h.ori==0?(Q=nl,J=ar,O=Pf):(Q=il,J=ur,O=Af);let W=h.
 dir*(h.ori==0?1:-1),X=$(d[W==1?l:a]),q=X,P=[],B=[];for(let H=W==1?l:a;H>=l&&H<=a;H+=W)if(m[H]!=null){let Te=d[H],oe=$(Te);
 P.push(q=oe),B.push(k(m[H]))}let L={stroke:e(P,B,Q,J,O,y),fill:null,clip:null,band:null,gaps:null,flags:lr},G=L.stroke,[
@@ -692,13 +693,13 @@ Kc,!0),xi(Go,nr,()=>{tt.pxRatio=ue}));var Tg=Lf(),Eg=$f();function Gc(e,t,n,i){r
 e[0]].concat(e.slice(1))).map((l,a)=>Cs(l,a,t,n))}function Mg(e,t){return e.map((n,i)=>i==0?{}:Ve({},t,n))}function Cs(e,t,n,i){
 return Ve({},t==0?n:i,e)}function Nf(e,t,n){return t==null?rr:[t,n]}var Cg=Nf;function Pg(e,t,n){return t==null?rr:Yo(t,
 n,Ls,!0)}function Rf(e,t,n,i){return t==null?rr:Zo(t,n,e.scales[i].log,!1)}var Ag=Rf;function Of(e,t,n,i){return t==null?
-rr:Ds(t,n,e.scales[i].log,!1)}var $g=Of;function Dg(e,t,n,i,r){let l=vt(Ec(e),Ec(t)),a=t-e,c=nn(r/i*a,n);do{let d=n[c],m=i*
+rr:Ds(t,n,e.scales[i].log,!1)}var $g=Of;function Dg(e,t,n,i,r){let l=vt(Ec(e),Ec(t)),a=t-e,c=rn(r/i*a,n);do{let d=n[c],m=i*
 d/a;if(m>=r&&l+(d<5?Gn.get(d):0)<=17)return[d,m]}while(++c<n.length);return[0,0]}function Yc(e){let t,n;return e=e.replace(
 /(\d+)px/,(i,r)=>(t=Ke((n=+r)*ue))+"px"),[e,t,n]}function Lg(e){e.show&&[e.font,e.labelFont].forEach(t=>{let n=ve(t[2]*ue,
 1);t[0]=t[0].replace(/[0-9.]+px/,n+"px"),t[1]=n})}function tt(e,t,n){let i={mode:se(e.mode,1)},r=i.mode;function l(s,u,f,p){
 let g=u.valToPct(s);return p+f*(u.dir==-1?1-g:g)}function a(s,u,f,p){let g=u.valToPct(s);return p+f*(u.dir==-1?g:1-g)}function c(s,u,f,p){
 return u.ori==0?l(s,u,f,p):a(s,u,f,p)}i.valToPosH=l,i.valToPosV=a;let d=!1;i.status=0;let m=i.root=qt(Hm);if(e.id!=null&&
-(m.id=e.id),Ct(m,e.class),e.title){let s=qt(Wm,m);s.textContent=e.title}let h=tn("canvas"),v=i.ctx=h.getContext("2d"),w=qt(
+(m.id=e.id),Ct(m,e.class),e.title){let s=qt(Wm,m);s.textContent=e.title}let h=nn("canvas"),v=i.ctx=h.getContext("2d"),w=qt(
 Bm,m);xi("click",w,s=>{s.target===S&&(we!=zi||Me!=Hi)&&it.click(i,s)},!0);let _=i.under=qt(Um,w);w.appendChild(h);let S=i.
 over=qt(jm,w);e=or(e);let E=+se(e.pxAlign,1),M=Uc(E);(e.plugins||[]).forEach(s=>{s.opts&&(e=s.opts(i,e)||e)});let A=e.ms||
 .001,y=i.series=r==1?Gc(e.series||[],Fc,Wc,!1):Mg(e.series||[null],qc),$=i.axes=Gc(e.axes||[],Ic,Hc,!0),k=i.scales={},Q=i.
@@ -715,19 +716,19 @@ distr,L,G;P.ori==0?(Ct(m,Vm),L=l,G=a):(Ct(m,qm),L=a,G=l);let V={};for(let s in k
 (V[s]={min:u.min,max:u.max},u.min=u.max=null)}let ie=e.tzDate||(s=>new Date(Ke(s/A))),H=e.fmtDate||Os,_t=A==1?Vh(ie):Bh(
 ie),Te=Nc(ie,Lc(A==1?Hh:Wh,H)),oe=Oc(ie,Rc(jh,H)),pe=[],ee=i.legend=Ve({},Yh,e.legend),F=i.cursor=Ve({},tg,{drag:{y:r==2}},
 e.cursor),qe=ee.show,ct=F.show,Ee=ee.markers;ee.idxs=pe,Ee.width=ne(Ee.width),Ee.dash=ne(Ee.dash),Ee.stroke=ne(Ee.stroke),
-Ee.fill=ne(Ee.fill);let ce,Bt,kt,Ae=[],on=[],vn,$t=!1,Dn={};if(ee.live){let s=y[1]?y[1].values:null;$t=s!=null,vn=$t?s(i,
-1,0):{_:0};for(let u in vn)Dn[u]=As}if(qe)if(ce=tn("table",Zm,m),kt=tn("tbody",null,ce),ee.mount(i,ce),$t){Bt=tn("thead",
-null,ce,kt);let s=tn("tr",null,Bt);tn("th",null,s);for(var Ti in vn)tn("th",cc,s).textContent=Ti}else Ct(ce,eh),ee.live&&
-Ct(ce,Xm);let Ei={show:!0},fr={show:!1};function Gr(s,u){if(u==0&&($t||!ee.live||r==2))return rr;let f=[],p=tn("tr",th,kt,
-kt.childNodes[u]);Ct(p,s.class),s.show||Ct(p,yi);let g=tn("th",null,p);if(Ee.show){let T=qt(nh,g);if(u>0){let C=Ee.width(
+Ee.fill=ne(Ee.fill);let ce,Bt,kt,Ae=[],ln=[],vn,$t=!1,Dn={};if(ee.live){let s=y[1]?y[1].values:null;$t=s!=null,vn=$t?s(i,
+1,0):{_:0};for(let u in vn)Dn[u]=As}if(qe)if(ce=nn("table",Zm,m),kt=nn("tbody",null,ce),ee.mount(i,ce),$t){Bt=nn("thead",
+null,ce,kt);let s=nn("tr",null,Bt);nn("th",null,s);for(var Ti in vn)nn("th",cc,s).textContent=Ti}else Ct(ce,eh),ee.live&&
+Ct(ce,Xm);let Ei={show:!0},fr={show:!1};function Gr(s,u){if(u==0&&($t||!ee.live||r==2))return rr;let f=[],p=nn("tr",th,kt,
+kt.childNodes[u]);Ct(p,s.class),s.show||Ct(p,yi);let g=nn("th",null,p);if(Ee.show){let T=qt(nh,g);if(u>0){let C=Ee.width(
 i,u);C&&(T.style.border=C+"px "+Ee.dash(i,u)+" "+Ee.stroke(i,u)),T.style.background=Ee.fill(i,u)}}let b=qt(cc,g);s.label instanceof
 HTMLElement?b.appendChild(s.label):b.textContent=s.label,u>0&&(Ee.show||(b.style.color=s.width>0?Ee.stroke(i,u):Ee.fill(
 i,u)),ft("click",g,T=>{if(F._lock)return;ei(T);let C=y.indexOf(s);if((T.ctrlKey||T.metaKey)!=ee.isolate){let D=y.some((N,I)=>I>
-0&&I!=C&&N.show);y.forEach((N,I)=>{I>0&&an(I,D?I==C?Ei:fr:Ei,!0,He.setSeries)})}else an(C,{show:!s.show},!0,He.setSeries)},
-!1),Ai&&ft(mc,g,T=>{F._lock||(ei(T),an(y.indexOf(s),qi,!0,He.setSeries))},!1));for(var x in vn){let T=tn("td",ih,p);T.textContent=
+0&&I!=C&&N.show);y.forEach((N,I)=>{I>0&&un(I,D?I==C?Ei:fr:Ei,!0,He.setSeries)})}else un(C,{show:!s.show},!0,He.setSeries)},
+!1),Ai&&ft(mc,g,T=>{F._lock||(ei(T),un(y.indexOf(s),qi,!0,He.setSeries))},!1));for(var x in vn){let T=nn("td",ih,p);T.textContent=
 "--",f.push(T)}return[p,f]}let Yn=new Map;function ft(s,u,f,p=!0){let g=Yn.get(u)||{},b=F.bind[s](i,u,f,p);b&&(xi(s,u,g[s]=
 b),Yn.set(u,g))}function Mi(s,u,f){let p=Yn.get(u)||{};for(let g in p)(s==null||g==s)&&(xs(g,u,p[g]),delete p[g]);s==null&&
-Yn.delete(u)}let _n=0,Qn=0,Z=0,R=0,_e=0,We=0,Ci=_e,Jn=We,ln=Z,Zn=R,St=0,Dt=0,bt=0,Ut=0;i.bbox={};let ll=!1,Yr=!1,Pi=!1,Xn=!1,
+Yn.delete(u)}let _n=0,Qn=0,Z=0,R=0,_e=0,We=0,Ci=_e,Jn=We,sn=Z,Zn=R,St=0,Dt=0,bt=0,Ut=0;i.bbox={};let ll=!1,Yr=!1,Pi=!1,Xn=!1,
 Qr=!1,Lt=!1;function sl(s,u,f){(f||s!=i.width||u!=i.height)&&js(s,u),Ri(!1),Pi=!0,Yr=!0,Oi()}function js(s,u){i.width=_n=
 Z=s,i.height=Qn=R=u,_e=We=0,Zf(),Xf();let f=i.bbox;St=f.left=bi(_e*ue,.5),Dt=f.top=bi(We*ue,.5),bt=f.width=bi(Z*ue,.5),Ut=
 f.height=bi(R*ue,.5)}let Yf=3;function Qf(){let s=!1,u=0;for(;!s;){u++;let f=ad(u),p=ud(u);s=u==Yf||f&&p,s||(js(i.width,
@@ -742,18 +743,18 @@ le=t[b];if(u.has(le[x])){C=null;let te=null,j=null,z;if(p==0||p==-1)for(z=x;te==
 0||p==1)for(z=x;j==null&&z++<le.length;)u.has(le[z])||(j=z);if(te!=null||j!=null)if(N){let xe=te==null?-1/0:L(ae[te],P,I,
 0),Le=j==null?1/0:L(ae[j],P,I,0),et=Y-xe,me=Le-Y;et<=me?et<=D&&(C=te):me<=D&&(C=j)}else C=j==null?te:te==null?j:x-te<=j-
 x?te:j}else N&&Ge(Y-L(ae[x],P,I,0))>D&&(C=null);return C}}let ei=s=>{F.event=s};F.idxs=pe,F._lock=!1;let ut=F.points;ut.
-show=ne(ut.show),ut.size=ne(ut.size),ut.stroke=ne(ut.stroke),ut.width=ne(ut.width),ut.fill=ne(ut.fill);let sn=i.focus=Ve(
-{},e.focus||{alpha:.3},F.focus),Ai=sn.prox>=0,$i=Ai&&ut.one,Nt=[],Di=[],Li=[];function Ks(s,u){let f=ut.show(i,u);if(f instanceof
+show=ne(ut.show),ut.size=ne(ut.size),ut.stroke=ne(ut.stroke),ut.width=ne(ut.width),ut.fill=ne(ut.fill);let an=i.focus=Ve(
+{},e.focus||{alpha:.3},F.focus),Ai=an.prox>=0,$i=Ai&&ut.one,Nt=[],Di=[],Li=[];function Ks(s,u){let f=ut.show(i,u);if(f instanceof
 HTMLElement)return Ct(f,Jm),Ct(f,s.class),gn(f,-10,-10,Z,R),S.insertBefore(f,Nt[u]),f}function Gs(s,u){if(r==1||u>0){let f=r==
 1&&k[s.scale].time,p=s.value;s.value=f?Pc(p)?Oc(ie,Rc(p,H)):p||oe:p||fg,s.label=s.label||(f?ig:ng)}if($i||u>0){s.width=s.
 width==null?1:s.width,s.paths=s.paths||Tg||hh,s.fillTo=ne(s.fillTo||gg),s.pxAlign=+se(s.pxAlign,E),s.pxRound=Uc(s.pxAlign),
 s.stroke=ne(s.stroke||null),s.fill=ne(s.fill||null),s._stroke=s._fill=s._paths=s._focus=null;let f=dg(vt(1,s.width),1),p=s.
 points=Ve({},{size:f,width:vt(1,f*.2),stroke:s.stroke,space:f*2,paths:Eg,_stroke:null,_fill:null},s.points);p.show=ne(p.
 show),p.filter=ne(p.filter),p.fill=ne(p.fill),p.stroke=ne(p.stroke),p.paths=ne(p.paths),p.pxAlign=s.pxAlign}if(qe){let f=Gr(
-s,u);Ae.splice(u,0,f[0]),on.splice(u,0,f[1]),ee.values.push(null)}if(ct){pe.splice(u,0,null);let f=null;$i?u==0&&(f=Ks(s,
+s,u);Ae.splice(u,0,f[0]),ln.splice(u,0,f[1]),ee.values.push(null)}if(ct){pe.splice(u,0,null);let f=null;$i?u==0&&(f=Ks(s,
 u)):u>0&&(f=Ks(s,u)),Nt.splice(u,0,f),Di.splice(u,0,0),Li.splice(u,0,0)}Xe("addSeries",u)}function ed(s,u){u=u??y.length,
 s=r==1?Cs(s,u,Fc,Wc):Cs(s,u,{},qc),y.splice(u,0,s),Gs(y[u],u)}i.addSeries=ed;function td(s){if(y.splice(s,1),qe){ee.values.
-splice(s,1),on.splice(s,1);let u=Ae.splice(s,1)[0];Mi(null,u.firstChild),u.remove()}ct&&(pe.splice(s,1),Nt.splice(s,1)[0].
+splice(s,1),ln.splice(s,1);let u=Ae.splice(s,1)[0];Mi(null,u.firstChild),u.remove()}ct&&(pe.splice(s,1),Nt.splice(s,1)[0].
 remove(),Di.splice(s,1),Li.splice(s,1)),Xe("delSeries",s)}i.delSeries=td;let ti=[!1,!1,!1,!1];function nd(s,u){if(s._show=
 s.show,s.show){let f=s.side%2,p=k[s.scale];p==null&&(s.scale=f?y[1].scale:O,p=k[s.scale]);let g=p.time;s.size=ne(s.size),
 s.space=ne(s.space),s.rotate=ne(s.rotate),Kn(s.incrs)&&s.incrs.forEach(x=>{!Gn.has(x)&&Gn.set(x,of(x))}),s.incrs=ne(s.incrs||
@@ -774,12 +775,12 @@ s??=dc,f??=Rs,p??="butt",g??=dc,b??="round",s!=Zr&&(v.strokeStyle=Zr=s),g!=Ni&&(
 u),b!=fl&&(v.lineJoin=fl=b),p!=dl&&(v.lineCap=dl=p),f!=cl&&v.setLineDash(cl=f)}function Zs(s,u,f,p){u!=Ni&&(v.fillStyle=
 Ni=u),s!=pl&&(v.font=pl=s),f!=ml&&(v.textAlign=ml=f),p!=hl&&(v.textBaseline=hl=p)}function gl(s,u,f,p,g=0){if(p.length>0&&
 s.auto(i,pr)&&(u==null||u.min==null)){let b=se(Ye,0),x=se(Qe,p.length-1),T=f.min==null?uh(p,b,x,g,s.distr==3):[f.min,f.max];
-s.min=rn(s.min,f.min=T[0]),s.max=vt(s.max,f.max=T[1])}}let Xs={min:null,max:null};function id(){for(let p in k){let g=k[p];
+s.min=on(s.min,f.min=T[0]),s.max=vt(s.max,f.max=T[1])}}let Xs={min:null,max:null};function id(){for(let p in k){let g=k[p];
 V[p]==null&&(g.min==null||V[O]!=null&&g.auto(i,pr))&&(V[p]=Xs)}for(let p in k){let g=k[p];V[p]==null&&g.from!=null&&V[g.
 from]!=null&&(V[p]=Xs)}V[O]!=null&&Ri(!0);let s={};for(let p in V){let g=V[p];if(g!=null){let b=s[p]=or(k[p],_h);if(g.min!=
 null)Ve(b,g);else if(p!=O||r==2)if(nt==0&&b.from==null){let x=b.range(i,null,null,p);b.min=x[0],b.max=x[1]}else b.min=ge,
 b.max=-ge}}if(nt>0){y.forEach((p,g)=>{if(r==1){let b=p.scale,x=V[b];if(x==null)return;let T=s[b];if(g==0){let C=T.range(
-i,T.min,T.max,b);T.min=C[0],T.max=C[1],Ye=nn(T.min,t[0]),Qe=nn(T.max,t[0]),Qe-Ye>1&&(t[0][Ye]<T.min&&Ye++,t[0][Qe]>T.max&&
+i,T.min,T.max,b);T.min=C[0],T.max=C[1],Ye=rn(T.min,t[0]),Qe=rn(T.max,t[0]),Qe-Ye>1&&(t[0][Ye]<T.min&&Ye++,t[0][Qe]>T.max&&
 Qe--),p.min=jt[Ye],p.max=jt[Qe]}else p.show&&p.auto&&gl(T,x,p,t[g],p.sorted);p.idxs[0]=Ye,p.idxs[1]=Qe}else if(g>0&&p.show&&
 p.auto){let[b,x]=p.facets,T=b.scale,C=x.scale,[D,N]=t[g],I=s[T],Y=s[C];I!=null&&gl(I,V[T],b,D,b.sorted),Y!=null&&gl(Y,V[C],
 x,N,x.sorted),p.min=x.min,p.max=x.max}});for(let p in s){let g=s[p],b=V[p];if(g.from==null&&(b==null||b.min==null)){let x=g.
@@ -790,7 +791,7 @@ min):x==4?hs(b.min,b.asinh):x==100?b.fwd(b.min):b.min,b._max=x==3?An(b.max):x==4
 max,u[p]=f=!0}}if(f){y.forEach((p,g)=>{r==2?g>0&&u.y&&(p._paths=null):u[p.scale]&&(p._paths=null)});for(let p in u)Pi=!0,
 Xe("setScale",p);ct&&F.left>=0&&(Xn=Lt=!0)}for(let p in V)V[p]=null}function rd(s){let u=ks(Ye-1,0,nt-1),f=ks(Qe+1,0,nt-
 1);for(;s[u]==null&&u>0;)u--;for(;s[f]==null&&f<nt-1;)f++;return[u,f]}function od(){if(nt>0){let s=y.some(u=>u._focus)&&
-wt!=sn.alpha;s&&(v.globalAlpha=wt=sn.alpha),y.forEach((u,f)=>{if(f>0&&u.show&&(ea(f,!1),ea(f,!0),u._paths==null)){let p=wt;
+wt!=an.alpha;s&&(v.globalAlpha=wt=an.alpha),y.forEach((u,f)=>{if(f>0&&u.show&&(ea(f,!1),ea(f,!0),u._paths==null)){let p=wt;
 wt!=u.alpha&&(v.globalAlpha=wt=u.alpha);let g=r==2?[0,t[f][0].length-1]:rd(t[f]);u._paths=u.paths(i,f,g[0],g[1]),wt!=p&&
 (v.globalAlpha=wt=p)}}),y.forEach((u,f)=>{if(f>0&&u.show){let p=wt;wt!=u.alpha&&(v.globalAlpha=wt=u.alpha),u._paths!=null&&
 ta(f,!1);{let g=u._paths!=null?u._paths.gaps:null,b=u.points.show(i,f,Ye,Qe,g),x=u.points.filter(i,f,b,g);(b||x)&&(u.points.
@@ -821,13 +822,13 @@ Mt,Ke(Dt+Ut/2)),v.rotate((f==3?-Ko:Ko)/2)):(g=Ke(St+bt/2),b=Mt);let ri=ef(u.labe
 g,b),v.restore()}if(D==0)continue;let N=k[u.scale],I=p==0?bt:Ut,Y=p==0?St:Dt,ae=u._splits,le=N.distr==2?ae.map(pt=>jt[pt]):
 ae,te=N.distr==2?jt[ae[1]]-jt[ae[0]]:C,j=u.ticks,z=u.border,xe=j.show?j.size:0,Le=Ke(xe*ue),et=Ke((u.alignTo==2?u._size-
 xe-u.gap:u.gap)*ue),me=u._rotate*-Ko/180,Ne=M(u._pos*ue),Tt=(Le+et)*T,dt=Ne+Tt;b=p==0?dt:0,g=p==1?dt:0;let Rt=u.font[0],
-Kt=u.align==1?er:u.align==2?ds:me>0?er:me<0?ds:p==0?"center":f==3?ds:er,cn=me||p==1?"middle":f==2?"top":fc;Zs(Rt,x,Kt,cn);
+Kt=u.align==1?er:u.align==2?ds:me>0?er:me<0?ds:p==0?"center":f==3?ds:er,fn=me||p==1?"middle":f==2?"top":fc;Zs(Rt,x,Kt,fn);
 let Et=u.font[1]*u.lineGap,Ot=ae.map(pt=>M(c(pt,N,I,Y))),Gt=u._values;for(let pt=0;pt<Gt.length;pt++){let Mt=Gt[pt];if(Mt!=
 null){p==0?g=Ot[pt]:b=Ot[pt],Mt=""+Mt;let ri=Mt.indexOf(`
 `)==-1?[Mt]:Mt.split(/\n/gm);for(let mt=0;mt<ri.length;mt++){let ya=ri[mt];me?(v.save(),v.translate(g,b+mt*Et),v.rotate(
 me),v.fillText(ya,0,0),v.restore()):v.fillText(ya,g,b+mt*Et)}}}j.show&&_l(Ot,j.filter(i,le,s,D,te),p,f,Ne,Le,ve(j.width*
-ue,3),j.stroke(i,s),j.dash,j.cap);let fn=u.grid;fn.show&&_l(Ot,fn.filter(i,le,s,D,te),p,p==0?2:1,p==0?Dt:St,p==0?Ut:bt,ve(
-fn.width*ue,3),fn.stroke(i,s),fn.dash,fn.cap),z.show&&_l([Ne],[1],p==0?1:0,p==0?1:2,p==1?Dt:St,p==1?Ut:bt,ve(z.width*ue,
+ue,3),j.stroke(i,s),j.dash,j.cap);let dn=u.grid;dn.show&&_l(Ot,dn.filter(i,le,s,D,te),p,p==0?2:1,p==0?Dt:St,p==0?Ut:bt,ve(
+dn.width*ue,3),dn.stroke(i,s),dn.dash,dn.cap),z.show&&_l([Ne],[1],p==0?1:0,p==0?1:2,p==1?Dt:St,p==1?Ut:bt,ve(z.width*ue,
 3),z.stroke(i,s),z.dash,z.cap)}Xe("drawAxes")}function Ri(s){y.forEach((u,f)=>{f>0&&(u._paths=null,s&&(r==1?(u.min=null,
 u.max=null):u.facets.forEach(p=>{p.min=null,p.max=null})))})}let to=!1,bl=!1,mr=[];function fd(){bl=!1;for(let s=0;s<mr.
 length;s++)Xe(...mr[s]);mr.length=0}function Oi(){to||(Th(ia),to=!0)}function dd(s,u=!1){to=!0,bl=u,s(i),ia(),u&&mr.length>
@@ -835,60 +836,60 @@ length;s++)Xe(...mr[s]);mr.length=0}function Oi(){to||(Th(ia),to=!0)}function dd
 _,qr,Z),Se(_,Wr,R),Se(S,er,_e),Se(S,"top",We),Se(S,qr,Z),Se(S,Wr,R),Se(w,qr,_n),Se(w,Wr,Qn),h.width=Ke(_n*ue),h.height=Ke(
 Qn*ue),$.forEach(({_el:s,_show:u,_size:f,_pos:p,side:g})=>{if(s!=null)if(u){let b=g===3||g===0?f:0,x=g%2==1;Se(s,x?"left":
 "top",p-b),Se(s,x?"width":"height",f),Se(s,x?"top":"left",x?We:_e),Se(s,x?"height":"width",x?R:Z),ys(s,yi)}else Ct(s,yi)}),
-Zr=Ni=ul=fl=dl=pl=ml=hl=cl=null,wt=1,vr(!0),_e!=Ci||We!=Jn||Z!=ln||R!=Zn){Ri(!1);let s=Z/ln,u=R/Zn;if(ct&&!Xn&&F.left>=0){
+Zr=Ni=ul=fl=dl=pl=ml=hl=cl=null,wt=1,vr(!0),_e!=Ci||We!=Jn||Z!=sn||R!=Zn){Ri(!1);let s=Z/sn,u=R/Zn;if(ct&&!Xn&&F.left>=0){
 F.left*=s,F.top*=u,Ii&&gn(Ii,Ke(F.left),0,Z,R),Fi&&gn(Fi,0,Ke(F.top),Z,R);for(let f=0;f<Nt.length;f++){let p=Nt[f];p!=null&&
 (Di[f]*=s,Li[f]*=u,gn(p,Wt(Di[f]),Wt(Li[f]),Z,R))}}if(ye.show&&!Qr&&ye.left>=0&&ye.width>0){ye.left*=s,ye.width*=s,ye.top*=
-u,ye.height*=u;for(let f in Tl)Se(Vi,f,ye[f])}Ci=_e,Jn=We,ln=Z,Zn=R}Xe("setSize"),Yr=!1}_n>0&&Qn>0&&(v.clearRect(0,0,h.width,
+u,ye.height*=u;for(let f in Tl)Se(Vi,f,ye[f])}Ci=_e,Jn=We,sn=Z,Zn=R}Xe("setSize"),Yr=!1}_n>0&&Qn>0&&(v.clearRect(0,0,h.width,
 h.height),Xe("drawClear"),W.forEach(s=>s()),Xe("draw")),ye.show&&Qr&&(no(ye),Qr=!1),ct&&Xn&&(ii(null,!0,!1),Xn=!1),ee.show&&
 ee.live&&Lt&&(kl(),Lt=!1),d||(d=!0,i.status=1,Xe("ready")),pr=!1,to=!1}i.redraw=(s,u)=>{Pi=u||!1,s!==!1?Rn(O,P.min,P.max):
 Oi()};function wl(s,u){let f=k[s];if(f.from==null){if(nt==0){let p=f.range(i,u.min,u.max,s);u.min=p[0],u.max=p[1]}if(u.min>
 u.max){let p=u.min;u.min=u.max,u.max=p}if(nt>1&&u.min!=null&&u.max!=null&&u.max-u.min<1e-16)return;s==O&&f.distr==2&&nt>
-0&&(u.min=nn(u.min,t[0]),u.max=nn(u.max,t[0]),u.min==u.max&&u.max++),V[s]=u,ll=!0,Oi()}}i.setScale=wl;let yl,xl,Ii,Fi,ra,
+0&&(u.min=rn(u.min,t[0]),u.max=rn(u.max,t[0]),u.min==u.max&&u.max++),V[s]=u,ll=!0,Oi()}}i.setScale=wl;let yl,xl,Ii,Fi,ra,
 oa,zi,Hi,la,sa,we,Me,Nn=!1,it=F.drag,Je=it.x,Ze=it.y;ct&&(F.x&&(yl=qt(Ym,S)),F.y&&(xl=qt(Qm,S)),P.ori==0?(Ii=yl,Fi=xl):(Ii=
 xl,Fi=yl),we=F.left,Me=F.top);let ye=i.select=Ve({show:!0,over:!0,left:0,width:0,top:0,height:0},e.select),Vi=ye.show?qt(
 Gm,ye.over?S:_):null;function no(s,u){if(ye.show){for(let f in s)ye[f]=s[f],f in Tl&&Se(Vi,f,s[f]);u!==!1&&Xe("setSelect")}}
 i.setSelect=no;function pd(s){if(y[s].show)qe&&ys(Ae[s],yi);else if(qe&&Ct(Ae[s],yi),ct){let f=$i?Nt[0]:Nt[s];f!=null&&gn(
-f,-10,-10,Z,R)}}function Rn(s,u,f){wl(s,{min:u,max:f})}function an(s,u,f,p){u.focus!=null&&_d(s),u.show!=null&&y.forEach(
+f,-10,-10,Z,R)}}function Rn(s,u,f){wl(s,{min:u,max:f})}function un(s,u,f,p){u.focus!=null&&_d(s),u.show!=null&&y.forEach(
 (g,b)=>{b>0&&(s==b||s==null)&&(g.show=u.show,pd(b),r==2?(Rn(g.facets[0].scale,null,null),Rn(g.facets[1].scale,null,null)):
-Rn(g.scale,null,null),Oi())}),f!==!1&&Xe("setSeries",s,u),p&&_r("setSeries",i,s,u)}i.setSeries=an;function md(s,u){Ve(Q[s],
+Rn(g.scale,null,null),Oi())}),f!==!1&&Xe("setSeries",s,u),p&&_r("setSeries",i,s,u)}i.setSeries=un;function md(s,u){Ve(Q[s],
 u)}function hd(s,u){s.fill=ne(s.fill||null),s.dir=se(s.dir,-1),u=u??Q.length,Q.splice(u,0,s)}function gd(s){s==null?Q.length=
 0:Q.splice(s,1)}i.addBand=hd,i.setBand=md,i.delBand=gd;function vd(s,u){y[s].alpha=u,ct&&Nt[s]!=null&&(Nt[s].style.opacity=
-u),qe&&Ae[s]&&(Ae[s].style.opacity=u)}let bn,On,ni,qi={focus:!0};function _d(s){if(s!=ni){let u=s==null,f=sn.alpha!=1;y.
-forEach((p,g)=>{if(r==1||g>0){let b=u||g==0||g==s;p._focus=u?null:b,f&&vd(g,b?1:sn.alpha)}}),ni=s,f&&Oi()}}qe&&Ai&&ft(hc,
-ce,s=>{F._lock||(ei(s),ni!=null&&an(null,qi,!0,He.setSeries))});function un(s,u,f){let p=k[u];f&&(s=s/ue-(p.ori==1?We:_e));
+u),qe&&Ae[s]&&(Ae[s].style.opacity=u)}let bn,On,ni,qi={focus:!0};function _d(s){if(s!=ni){let u=s==null,f=an.alpha!=1;y.
+forEach((p,g)=>{if(r==1||g>0){let b=u||g==0||g==s;p._focus=u?null:b,f&&vd(g,b?1:an.alpha)}}),ni=s,f&&Oi()}}qe&&Ai&&ft(hc,
+ce,s=>{F._lock||(ei(s),ni!=null&&un(null,qi,!0,He.setSeries))});function cn(s,u,f){let p=k[u];f&&(s=s/ue-(p.ori==1?We:_e));
 let g=Z;p.ori==1&&(g=R,s=g-s),p.dir==-1&&(s=g-s);let b=p._min,x=p._max,T=s/g,C=b+(x-b)*T,D=p.distr;return D==3?ir(10,C):
-D==4?ph(C,p.asinh):D==100?p.bwd(C):C}function bd(s,u){let f=un(s,O,u);return nn(f,t[0],Ye,Qe)}i.valToIdx=s=>nn(s,t[0]),i.
-posToIdx=bd,i.posToVal=un,i.valToPos=(s,u,f)=>k[u].ori==0?l(s,k[u],f?bt:Z,f?St:0):a(s,k[u],f?Ut:R,f?Dt:0),i.setCursor=(s,u,f)=>{
+D==4?ph(C,p.asinh):D==100?p.bwd(C):C}function bd(s,u){let f=cn(s,O,u);return rn(f,t[0],Ye,Qe)}i.valToIdx=s=>rn(s,t[0]),i.
+posToIdx=bd,i.posToVal=cn,i.valToPos=(s,u,f)=>k[u].ori==0?l(s,k[u],f?bt:Z,f?St:0):a(s,k[u],f?Ut:R,f?Dt:0),i.setCursor=(s,u,f)=>{
 we=s.left,Me=s.top,ii(null,u,f)};function aa(s,u){Se(Vi,er,ye.left=s),Se(Vi,qr,ye.width=u)}function ua(s,u){Se(Vi,"top",
 ye.top=s),Se(Vi,Wr,ye.height=u)}let hr=P.ori==0?aa:ua,gr=P.ori==1?aa:ua;function wd(){if(qe&&ee.live)for(let s=r==2?1:0;s<
-y.length;s++){if(s==0&&$t)continue;let u=ee.values[s],f=0;for(let p in u)on[s][f++].firstChild.nodeValue=u[p]}}function kl(s,u){
+y.length;s++){if(s==0&&$t)continue;let u=ee.values[s],f=0;for(let p in u)ln[s][f++].firstChild.nodeValue=u[p]}}function kl(s,u){
 if(s!=null&&(s.idxs?s.idxs.forEach((f,p)=>{pe[p]=f}):vh(s.idx)||pe.fill(s.idx),ee.idx=pe[0]),qe&&ee.live){for(let f=0;f<
 y.length;f++)(f>0||r==1&&!$t)&&yd(f,pe[f]);wd()}Lt=!1,u!==!1&&Xe("setLegend")}i.setLegend=kl;function yd(s,u){let f=y[s],
 p=s==0&&B==2?jt:t[s],g;$t?g=f.values(i,s,u)??Dn:(g=f.value(i,u==null?null:p[u],s,u),g=g==null?Dn:{_:g}),ee.values[s]=g}function ii(s,u,f){
 la=we,sa=Me,[we,Me]=F.move(i,we,Me),F.left=we,F.top=Me,ct&&(Ii&&gn(Ii,Ke(we),0,Z,R),Fi&&gn(Fi,0,Ke(Me),Z,R));let p,g=Ye>
 Qe;bn=ge,On=null;let b=P.ori==0?Z:R,x=P.ori==1?Z:R;if(we<0||nt==0||g){p=F.idx=null;for(let T=0;T<y.length;T++){let C=Nt[T];
-C!=null&&gn(C,-10,-10,Z,R)}Ai&&an(null,qi,!0,s==null&&He.setSeries),ee.live&&(pe.fill(p),Lt=!0)}else{let T,C,D;r==1&&(T=
-P.ori==0?we:Me,C=un(T,O),p=F.idx=nn(C,t[0],Ye,Qe),D=L(t[0][p],P,b,0));let N=-10,I=-10,Y=0,ae=0,le=!0,te="",j="";for(let z=r==
+C!=null&&gn(C,-10,-10,Z,R)}Ai&&un(null,qi,!0,s==null&&He.setSeries),ee.live&&(pe.fill(p),Lt=!0)}else{let T,C,D;r==1&&(T=
+P.ori==0?we:Me,C=cn(T,O),p=F.idx=rn(C,t[0],Ye,Qe),D=L(t[0][p],P,b,0));let N=-10,I=-10,Y=0,ae=0,le=!0,te="",j="";for(let z=r==
 2?1:0;z<y.length;z++){let xe=y[z],Le=pe[z],et=Le==null?null:r==1?t[z][Le]:t[z][1][Le],me=F.dataIdx(i,z,p,C),Ne=me==null?
 null:r==1?t[z][me]:t[z][1][me];if(Lt=Lt||Ne!=et||me!=Le,pe[z]=me,z>0&&xe.show){let Tt=me==null?-10:me==p?D:L(r==1?t[0][me]:
 t[z][0][me],P,b,0),dt=Ne==null?-10:G(Ne,r==1?k[xe.scale]:k[xe.facets[1].scale],x,0);if(Ai&&Ne!=null){let Rt=P.ori==1?we:
-Me,Kt=Ge(sn.dist(i,z,me,dt,Rt));if(Kt<bn){let cn=sn.bias;if(cn!=0){let Et=un(Rt,xe.scale),Ot=Ne>=0?1:-1,Gt=Et>=0?1:-1;Gt==
-Ot&&(Gt==1?cn==1?Ne>=Et:Ne<=Et:cn==1?Ne<=Et:Ne>=Et)&&(bn=Kt,On=z)}else bn=Kt,On=z}}if(Lt||$i){let Rt,Kt;P.ori==0?(Rt=Tt,
-Kt=dt):(Rt=dt,Kt=Tt);let cn,Et,Ot,Gt,fn,pt,Mt=!0,ri=ut.bbox;if(ri!=null){Mt=!1;let mt=ri(i,z);Ot=mt.left,Gt=mt.top,cn=mt.
-width,Et=mt.height}else Ot=Rt,Gt=Kt,cn=Et=ut.size(i,z);if(pt=ut.fill(i,z),fn=ut.stroke(i,z),$i)z==On&&bn<=sn.prox&&(N=Ot,
-I=Gt,Y=cn,ae=Et,le=Mt,te=pt,j=fn);else{let mt=Nt[z];mt!=null&&(Di[z]=Ot,Li[z]=Gt,xc(mt,cn,Et,Mt),wc(mt,pt,fn),gn(mt,Wt(Ot),
-Wt(Gt),Z,R))}}}}if($i){let z=sn.prox,xe=ni==null?bn<=z:bn>z||On!=ni;if(Lt||xe){let Le=Nt[0];Le!=null&&(Di[0]=N,Li[0]=I,xc(
+Me,Kt=Ge(an.dist(i,z,me,dt,Rt));if(Kt<bn){let fn=an.bias;if(fn!=0){let Et=cn(Rt,xe.scale),Ot=Ne>=0?1:-1,Gt=Et>=0?1:-1;Gt==
+Ot&&(Gt==1?fn==1?Ne>=Et:Ne<=Et:fn==1?Ne<=Et:Ne>=Et)&&(bn=Kt,On=z)}else bn=Kt,On=z}}if(Lt||$i){let Rt,Kt;P.ori==0?(Rt=Tt,
+Kt=dt):(Rt=dt,Kt=Tt);let fn,Et,Ot,Gt,dn,pt,Mt=!0,ri=ut.bbox;if(ri!=null){Mt=!1;let mt=ri(i,z);Ot=mt.left,Gt=mt.top,fn=mt.
+width,Et=mt.height}else Ot=Rt,Gt=Kt,fn=Et=ut.size(i,z);if(pt=ut.fill(i,z),dn=ut.stroke(i,z),$i)z==On&&bn<=an.prox&&(N=Ot,
+I=Gt,Y=fn,ae=Et,le=Mt,te=pt,j=dn);else{let mt=Nt[z];mt!=null&&(Di[z]=Ot,Li[z]=Gt,xc(mt,fn,Et,Mt),wc(mt,pt,dn),gn(mt,Wt(Ot),
+Wt(Gt),Z,R))}}}}if($i){let z=an.prox,xe=ni==null?bn<=z:bn>z||On!=ni;if(Lt||xe){let Le=Nt[0];Le!=null&&(Di[0]=N,Li[0]=I,xc(
 Le,Y,ae,le),wc(Le,te,j),gn(Le,Wt(N),Wt(I),Z,R))}}}if(ye.show&&Nn)if(s!=null){let[T,C]=He.scales,[D,N]=He.match,[I,Y]=s.cursor.
 sync.scales,ae=s.cursor.drag;if(Je=ae._x,Ze=ae._y,Je||Ze){let{left:le,top:te,width:j,height:z}=s.select,xe=s.scales[I].ori,
 Le=s.posToVal,et,me,Ne,Tt,dt,Rt=T!=null&&D(T,I),Kt=C!=null&&N(C,Y);Rt&&Je?(xe==0?(et=le,me=j):(et=te,me=z),Ne=k[T],Tt=L(
-Le(et,I),Ne,b,0),dt=L(Le(et+me,I),Ne,b,0),hr(rn(Tt,dt),Ge(dt-Tt))):hr(0,b),Kt&&Ze?(xe==1?(et=le,me=j):(et=te,me=z),Ne=k[C],
-Tt=G(Le(et,Y),Ne,x,0),dt=G(Le(et+me,Y),Ne,x,0),gr(rn(Tt,dt),Ge(dt-Tt))):gr(0,x)}else El()}else{let T=Ge(la-ra),C=Ge(sa-oa);
+Le(et,I),Ne,b,0),dt=L(Le(et+me,I),Ne,b,0),hr(on(Tt,dt),Ge(dt-Tt))):hr(0,b),Kt&&Ze?(xe==1?(et=le,me=j):(et=te,me=z),Ne=k[C],
+Tt=G(Le(et,Y),Ne,x,0),dt=G(Le(et+me,Y),Ne,x,0),gr(on(Tt,dt),Ge(dt-Tt))):gr(0,x)}else El()}else{let T=Ge(la-ra),C=Ge(sa-oa);
 if(P.ori==1){let Y=T;T=C,C=Y}Je=it.x&&T>=it.dist,Ze=it.y&&C>=it.dist;let D=it.uni;D!=null?Je&&Ze&&(Je=T>=D,Ze=C>=D,!Je&&
-!Ze&&(C>T?Ze=!0:Je=!0)):it.x&&it.y&&(Je||Ze)&&(Je=Ze=!0);let N,I;Je&&(P.ori==0?(N=zi,I=we):(N=Hi,I=Me),hr(rn(N,I),Ge(I-N)),
-Ze||gr(0,x)),Ze&&(P.ori==1?(N=zi,I=we):(N=Hi,I=Me),gr(rn(N,I),Ge(I-N)),Je||hr(0,b)),!Je&&!Ze&&(hr(0,0),gr(0,0))}if(it._x=
-Je,it._y=Ze,s==null){if(f){if(wa!=null){let[T,C]=He.scales;He.values[0]=T!=null?un(P.ori==0?we:Me,T):null,He.values[1]=C!=
-null?un(P.ori==1?we:Me,C):null}_r(ps,i,we,Me,Z,R,p)}if(Ai){let T=f&&He.setSeries,C=sn.prox;ni==null?bn<=C&&an(On,qi,!0,T):
-bn>C?an(null,qi,!0,T):On!=ni&&an(On,qi,!0,T)}}Lt&&(ee.idx=p,kl()),u!==!1&&Xe("setCursor")}let In=null;Object.defineProperty(
+!Ze&&(C>T?Ze=!0:Je=!0)):it.x&&it.y&&(Je||Ze)&&(Je=Ze=!0);let N,I;Je&&(P.ori==0?(N=zi,I=we):(N=Hi,I=Me),hr(on(N,I),Ge(I-N)),
+Ze||gr(0,x)),Ze&&(P.ori==1?(N=zi,I=we):(N=Hi,I=Me),gr(on(N,I),Ge(I-N)),Je||hr(0,b)),!Je&&!Ze&&(hr(0,0),gr(0,0))}if(it._x=
+Je,it._y=Ze,s==null){if(f){if(wa!=null){let[T,C]=He.scales;He.values[0]=T!=null?cn(P.ori==0?we:Me,T):null,He.values[1]=C!=
+null?cn(P.ori==1?we:Me,C):null}_r(ps,i,we,Me,Z,R,p)}if(Ai){let T=f&&He.setSeries,C=an.prox;ni==null?bn<=C&&un(On,qi,!0,T):
+bn>C?un(null,qi,!0,T):On!=ni&&un(On,qi,!0,T)}}Lt&&(ee.idx=p,kl()),u!==!1&&Xe("setCursor")}let In=null;Object.defineProperty(
 i,"rect",{get(){return In==null&&vr(!1),In}});function vr(s=!1){s?In=null:(In=S.getBoundingClientRect(),Xe("syncRect",In))}
 function ca(s,u,f,p,g,b,x){F._lock||Nn&&s!=null&&s.movementX==0&&s.movementY==0||(Sl(s,u,f,p,g,b,x,!1,s!=null),s!=null?ii(
 null,!0,!0):ii(u,!0,!1))}function Sl(s,u,f,p,g,b,x,T,C){if(In==null&&vr(!1),ei(s),s!=null)f=s.clientX-In.left,p=s.clientY-
@@ -900,13 +901,13 @@ f,p)):(we=f,Me=p)}let Tl={width:0,height:0,left:0,top:0};function El(){no(Tl,!1)
 Nn=!0,Je=Ze=it._x=it._y=!1,Sl(s,u,f,p,g,b,x,!0,!1),s!=null&&(ft(ms,bs,ga,!1),_r(pc,i,zi,Hi,Z,R,null));let{left:T,top:C,width:D,
 height:N}=ye;fa=T,da=C,pa=D,ma=N}function ga(s,u,f,p,g,b,x){Nn=it._x=it._y=!1,Sl(s,u,f,p,g,b,x,!1,!0);let{left:T,top:C,width:D,
 height:N}=ye,I=D>0||N>0,Y=fa!=T||da!=C||pa!=D||ma!=N;if(I&&Y&&no(ye),it.setScale&&I&&Y){let ae=T,le=D,te=C,j=N;if(P.ori==
-1&&(ae=C,le=N,te=T,j=D),Je&&Rn(O,un(ae,O),un(ae+le,O)),Ze)for(let z in k){let xe=k[z];z!=O&&xe.from==null&&xe.min!=ge&&Rn(
-z,un(te+j,z),un(te,z))}El()}else F.lock&&(F._lock=!F._lock,ii(u,!0,s!=null));s!=null&&(Mi(ms,bs),_r(ms,i,we,Me,Z,R,null))}
+1&&(ae=C,le=N,te=T,j=D),Je&&Rn(O,cn(ae,O),cn(ae+le,O)),Ze)for(let z in k){let xe=k[z];z!=O&&xe.from==null&&xe.min!=ge&&Rn(
+z,cn(te+j,z),cn(te,z))}El()}else F.lock&&(F._lock=!F._lock,ii(u,!0,s!=null));s!=null&&(Mi(ms,bs),_r(ms,i,we,Me,Z,R,null))}
 function xd(s,u,f,p,g,b,x){if(F._lock)return;ei(s);let T=Nn;if(Nn){let C=!0,D=!0,N=10,I,Y;P.ori==0?(I=Je,Y=Ze):(I=Ze,Y=Je),
 I&&Y&&(C=we<=N||we>=Z-N,D=Me<=N||Me>=R-N),I&&C&&(we=we<zi?0:Z),Y&&D&&(Me=Me<Hi?0:R),ii(null,!0,!0),Nn=!1}we=-10,Me=-10,pe.
 fill(null),ii(null,!0,!0),T&&(Nn=T)}function va(s,u,f,p,g,b,x){F._lock||(ei(s),al(),El(),s!=null&&_r(gc,i,we,Me,Z,R,null))}
 function _a(){$.forEach(Lg),sl(i.width,i.height,!0)}xi(Go,nr,_a);let Wi={};Wi.mousedown=ha,Wi.mousemove=ca,Wi.mouseup=ga,
-Wi.dblclick=va,Wi.setSeries=(s,u,f,p)=>{let g=He.match[2];f=g(i,u,f),f!=-1&&an(f,p,!0,!1)},ct&&(ft(pc,S,ha),ft(ps,S,ca),
+Wi.dblclick=va,Wi.setSeries=(s,u,f,p)=>{let g=He.match[2];f=g(i,u,f),f!=-1&&un(f,p,!0,!1)},ct&&(ft(pc,S,ha),ft(ps,S,ca),
 ft(mc,S,s=>{ei(s),vr(!1)}),ft(hc,S,xd),ft(gc,S,va),Ms.add(i),i.syncRect=vr);let io=i.hooks=e.hooks||{};function Xe(s,u,f){
 bl?mr.push([s,u,f]):s in io&&io[s].forEach(p=>{p.call(null,i,u,f)})}(e.plugins||[]).forEach(s=>{for(let u in s.hooks)io[u]=
 (io[u]||[]).concat(s.hooks[u])});let ba=(s,u,f)=>f,He=Ve({key:null,setSeries:!1,filters:{pub:Mc,sub:Mc},scales:[O,y[1]?y[1].
@@ -953,11 +954,11 @@ e.count)}),o(cr,{name:"Age of the oldest",note:t===void 0?"nothing waits":`since
 "–":Ji(t)}),o(cr,{name:"Written",note:"mean of the last minute",children:a(r)}),o(cr,{name:"Deleted",note:"mean of the\
  last minute",children:a(l)}),o(cr,{name:"Waiting readers",note:`${K(e.connections)} connection${e.connections===1?"":"s"}`,
 children:K(e.waiting)}),o(cr,{name:"Running for",note:`${e.version}, durability ${e.durability}`,children:Tn(Date.now()/
-1e3-e.startTime)})]})}function jg({now:e}){let t=e.rates?.byType??{},n=Object.keys(t).filter(l=>!dn.some(a=>a===l)),i=Math.
+1e3-e.startTime)})]})}function jg({now:e}){let t=e.rates?.byType??{},n=Object.keys(t).filter(l=>!pn.some(a=>a===l)),i=Math.
 max(...Object.values(t),Number.MIN_VALUE),r=us(i);return o("section",{class:"card","aria-labelledby":"rates-title",children:[
 o("h2",{id:"rates-title",children:"Written by kind"}),o("table",{class:"rates",children:[o("thead",{class:"unseen",children:o(
 "tr",{children:[o("th",{scope:"col",children:"Kind"}),o("th",{scope:"col",children:"Share"}),o("th",{scope:"col",children:"\
-Rate"})]})}),o("tbody",{children:[...dn,...n].map(l=>o("tr",{children:[o("th",{scope:"row",children:o(Mn,{name:l})}),o("\
+Rate"})]})}),o("tbody",{children:[...pn,...n].map(l=>o("tr",{children:[o("th",{scope:"row",children:o(Mn,{name:l})}),o("\
 td",{class:"bar-cell","aria-hidden":"true",children:o("div",{class:"bar","data-kind":l,children:o("div",{style:{width:`${100*
 (t[l]??0)/i}%`}})})}),o("td",{class:"figure",children:r(t[l]??0)})]},l))})]})]})}function Kg(e){let{main:t,details:n}=Ho(
 e);return[t,...n.slice(0,1)].join(", ")}function Gg(){let e=st.value.slice(0,8);return ke(()=>{Qi.value=e}),o("section",
@@ -973,7 +974,7 @@ tle",children:[o("div",{class:"card-head",children:[o("h2",{id:"charts-title",ch
 value=i.currentTarget.value,children:[o("option",{value:"all",children:"all queues"}),n.queues.map(i=>o("option",{value:String(
 i.dsid),children:Xi(i)},i.dsid))]})]})]}),o(Vf,{queue:e.value,seconds:t.value})]}),o(Gg,{})]}),o("div",{class:"stack",children:[
 o("section",{class:"card","aria-labelledby":"near-title",children:[o("h2",{id:"near-title",children:"Near the limits"}),
-o(Wo,{now:n})]}),o(jg,{now:n})]})]}):o("p",{class:"empty",children:"Waiting for the first figures …"})}function Yg(e){let t=n=>{let i=dn.indexOf(n);return i<0?dn.length:i};return Object.entries(e.types).sort(([n],[i])=>t(n)-
+o(Wo,{now:n})]}),o(jg,{now:n})]})]}):o("p",{class:"empty",children:"Waiting for the first figures …"})}function Yg(e){let t=n=>{let i=pn.indexOf(n);return i<0?pn.length:i};return Object.entries(e.types).sort(([n],[i])=>t(n)-
 t(i))}function Qg({queue:e}){let t=Yg(e);if(e.count===0)return o("span",{class:"muted",children:"empty"});let n=t.map(([
 i,r])=>`${i} ${K(r)}`).join(", ");return o("div",{class:"mixture",role:"img","aria-label":n,title:n,children:t.map(([i,r])=>o(
 "div",{"data-kind":i,style:{flexGrow:r}},i))})}function Jg({queue:e}){return o("tr",{children:[o("th",{scope:"row",children:[
@@ -997,9 +998,9 @@ s trying.",t]}),o("button",{type:"button",onClick:fi,children:"Try now"})]})}fun
 o("button",{type:"button",onClick:()=>kn.value=void 0,children:"Close"})]})}function Uf(){let e=lt.value;return e.is==="\
 down"?o(Zg,{since:e.since}):De.value==="out"?null:o(de,{children:[e.is==="troubled"?o(Bf,{title:"The server has trouble.",
 text:e.why}):null,Gi.value?o(Bf,{title:"The queue is not ready.",text:Gi.value}):null,kn.value===void 0?null:o(Xg,{at:kn.
-value})]})}function ev(e){if(e==="queues"&&ze.value?.queues.some(n=>n.damaged>0))return"damaged events";let t=pn.value?.members??[];
+value})]})}function ev(e){if(e==="queues"&&ze.value?.queues.some(n=>n.damaged>0))return"damaged events";let t=mn.value?.members??[];
 if(e==="cluster"&&t.some(n=>!n.reachable))return"a member does not answer"}function tv({text:e}){return e?o("span",{class:"\
-dot",role:"img","aria-label":e,title:e}):null}function nv(e){return e==="check"?Eo("admin"):e==="cluster"?pn.value!==void 0||
+dot",role:"img","aria-label":e,title:e}):null}function nv(e){return e==="check"?Eo("admin"):e==="cluster"?mn.value!==void 0||
 rt.value==="cluster":!0}function iv(){let e=Re(null);return ke(()=>{e.current?.querySelector("[aria-current]")?.scrollIntoView(
 {block:"nearest",inline:"nearest"})},[rt.value,De.value]),e}function rv(){let e=iv();return De.value!=="in"?null:o("nav",
 {ref:e,"aria-label":"Views",children:Mr.filter(nv).map(t=>o("a",{href:ou(t),"aria-current":rt.value===t?"page":void 0,onClick:n=>{
