@@ -30,13 +30,13 @@ void refuse(const std::string& name, const std::string& problem) {
   if (!problem.empty()) throw CLI::ValidationError(name, problem);
 }
 
-std::string readWait(const std::string& text, std::chrono::milliseconds& wait) {
+std::string readSeconds(const std::string& text, std::chrono::milliseconds& target) {
   constexpr double kLongest = 86400;
   char* end = nullptr;
   const double seconds = std::strtod(text.c_str(), &end);
   if (text.empty() || *end != '\0' || std::isnan(seconds)) return "'" + text + "' is not a number";
   if (seconds < 0 || seconds > kLongest) return "'" + text + "' is not in the range 0 to 86400";
-  wait = std::chrono::milliseconds(static_cast<long>(seconds * 1000));
+  target = std::chrono::milliseconds(static_cast<long>(seconds * 1000));
   return {};
 }
 
@@ -68,9 +68,12 @@ void defineDaemonOptions(Command& eventctl, CLI::App& app, DaemonOptions& option
   eventctl.text("--token", "TOKEN", "the token itself; others may see it", options.token);
   eventctl.value("--ca-file", "FILE", "authority of the daemon's certificate",
                  readNotEmpty("file", options.authority));
+  eventctl.value(
+      "--timeout", "SECONDS", "how long the daemon may say nothing (default: 30)",
+      [&options](const std::string& text) { return readSeconds(text, options.timeout); });
   eventctl.flag("--direct", "open the queues without a daemon", options.direct);
   for (const char* name :
-       {"--socket", "--url", "--token-file", "--token", "--ca-file", "--direct"}) {
+       {"--socket", "--url", "--token-file", "--token", "--ca-file", "--timeout", "--direct"}) {
     app.get_option(name)->group("Daemon");
   }
 }
@@ -81,7 +84,7 @@ void defineGlobalOptions(Command& eventctl, CLI::App& app, GlobalOptions& option
   eventctl.number("--dsid", "data selection; 0 is the global queue (default)", options.dsid);
   eventctl.value("--wait", "SECONDS",
                  "wait so long while another process holds the\ndatabase (default: 2)",
-                 [&options](const std::string& text) { return readWait(text, options.wait); });
+                 [&options](const std::string& text) { return readSeconds(text, options.wait); });
   eventctl.flag("--json", "print one JSON object a line, for programs", options.json);
   eventctl.flag("--verbose", "log to standard error", options.verbose);
   eventctl.value(

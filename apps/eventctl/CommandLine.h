@@ -30,8 +30,9 @@ struct DaemonOptions {
   std::string url;
   std::string token;
   std::filesystem::path tokenFile;
-  std::filesystem::path authority;  // of the daemon's certificate
-  bool direct = false;              // none, even if one runs
+  std::filesystem::path authority;           // of the daemon's certificate
+  bool direct = false;                       // none, even if one runs
+  std::chrono::milliseconds timeout{30000};  // how long it may say nothing
 };
 
 struct GlobalOptions {

@@ -28,13 +28,14 @@ bool isServed(const std::filesystem::path& socket) {
   const std::string path = socket.string();
   if (path.size() >= sizeof address.sun_path) return false;
   path.copy(address.sun_path, path.size());
-  const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
   if (descriptor < 0) throw std::system_error(errno, std::generic_category(), "socket");
   const int status =
       ::connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address);
   const int error = errno;
   ::close(descriptor);
-  if (status == 0) return true;
+  // A process that takes no connections any more is there, too: its queue of them fills up.
+  if (status == 0 || error == EAGAIN) return true;
   if (error != EACCES && error != EPERM) return false;
   throw Failure(path + ": the daemon there does not let this user in: " + std::strerror(error) +
                 "; join the group of the socket, or choose the daemon with --url and a token, or "
@@ -107,6 +108,7 @@ std::optional<DaemonAddress> findDaemon(const GlobalOptions& options) {
   DaemonAddress address;
   address.socket = daemon.socket;
   address.authority = daemon.authority;
+  address.timeout = daemon.timeout;
   if (!daemon.url.empty()) address.url = daemon.url;
   if (!isNamed) {
     const auto socket = findSocket(options);

@@ -5,6 +5,7 @@
 #ifndef EVENTSYSTEM_APPS_EVENTCTL_DAEMONADDRESS_H
 #define EVENTSYSTEM_APPS_EVENTCTL_DAEMONADDRESS_H
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -18,6 +19,7 @@ struct DaemonAddress {
   std::string url = "http://localhost";
   std::string token;                // empty: none
   std::filesystem::path authority;  // of the daemon's certificate; empty: those of the system
+  std::chrono::milliseconds timeout{30000};  // how long it may say nothing
 
   // For messages: the socket's path or the URL.
   std::string name() const { return socket.empty() ? url : socket.string(); }

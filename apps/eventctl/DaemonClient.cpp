@@ -12,7 +12,6 @@ namespace {
 
 using nlohmann::json;
 
-constexpr std::chrono::seconds kSettleTime(30);  // a daemon that is started anew answers by then
 constexpr std::chrono::milliseconds kFirstPause(50);
 constexpr std::chrono::milliseconds kLongestPause(1000);
 
@@ -53,15 +52,21 @@ json DaemonClient::call(const HttpRequest& request) {
   return read(m_http.send(request));
 }
 
-std::optional<json> DaemonClient::call(const HttpRequest& request,
-                                       const HttpClient::Interruption& interruption) {
+std::optional<json> DaemonClient::callAtLength(const HttpRequest& request,
+                                               HttpClient::Interruption interruption) {
+  interruption.overdue = [this] { requireAlive(); };
   const auto answer = m_http.send(request, interruption);
   if (!answer) return std::nullopt;
   return read(*answer);
 }
 
+// On a connection of its own: the other one waits.
+void DaemonClient::requireAlive() const {
+  HttpClient(m_address).send({.target = "/healthz"});
+}
+
 json DaemonClient::settle(const HttpRequest& request) {
-  const auto end = std::chrono::steady_clock::now() + kSettleTime;
+  const auto end = std::chrono::steady_clock::now() + m_address.timeout;
   std::chrono::milliseconds pause = kFirstPause;
   while (true) {
     try {
@@ -84,7 +89,7 @@ json DaemonClient::read(const HttpAnswer& answer) {
   if (answer.status < 200 || answer.status >= 300)
     refuse(answer, body.is_object() ? body : json::object());
   if (body.is_discarded()) {
-    throw Failure("what answers at " + m_name +
+    throw Failure("what answers at " + m_address.name() +
                   " is no daemon of the queues: its answer is not JSON");
   }
   return body;
@@ -92,9 +97,10 @@ json DaemonClient::read(const HttpAnswer& answer) {
 
 void DaemonClient::refuse(const HttpAnswer& answer, const json& problem) const {
   const std::string detail = textOf(problem, "detail");
-  const std::string said = detail.empty() ? "the daemon at " + m_name + " answered with status " +
-                                                std::to_string(answer.status)
-                                          : detail;
+  const std::string said = detail.empty()
+                               ? "the daemon at " + m_address.name() + " answered with status " +
+                                     std::to_string(answer.status)
+                               : detail;
   throw DaemonProblem(said + adviceFor(answer.status), answer, problem);
 }
 

@@ -38,23 +38,26 @@ class DaemonProblem : public Failure {
 
 class DaemonClient {
  public:
-  explicit DaemonClient(const DaemonAddress& address) : m_name(address.name()), m_http(address) {}
+  explicit DaemonClient(const DaemonAddress& address) : m_address(address), m_http(address) {}
 
   // What the daemon answers; null for an answer without a body. Throws NoAnswer or DaemonProblem.
   nlohmann::json call(const HttpRequest& request);
-  // The same; nothing when it was given up.
-  std::optional<nlohmann::json> call(const HttpRequest& request,
-                                     const HttpClient::Interruption& interruption);
+  // The same for what may take any time: when the time limit is over, the daemon is asked whether
+  // it lives, and waited for again. Nothing when it was given up.
+  std::optional<nlohmann::json> callAtLength(const HttpRequest& request,
+                                             HttpClient::Interruption interruption = {});
 
   // The same for what changes nothing when it is done twice: while there is no answer it is sent
-  // again and again, for a while. A daemon that was never reached is not waited for.
+  // again and again, until the time limit is over. A daemon that was never reached is not waited
+  // for.
   nlohmann::json settle(const HttpRequest& request);
 
  private:
+  void requireAlive() const;
   nlohmann::json read(const HttpAnswer& answer);
   [[noreturn]] void refuse(const HttpAnswer& answer, const nlohmann::json& problem) const;
 
-  std::string m_name;
+  DaemonAddress m_address;
   HttpClient m_http;
   bool m_reached = false;  // at least once
 };

@@ -144,10 +144,13 @@ Statistics DaemonQueues::statistics() {
 Woken DaemonQueues::waitForMore(unsigned int dsid, unsigned long after, const Listener& listener) {
   const std::string target = pagePath(dsid, after, 1) + "&wait=" + std::to_string(kLongPollSeconds);
   Woken woken = Woken::kMaybeMore;
-  m_client.call({.target = target}, {.descriptor = listener.stop, .wanted = [&] {
-                                       woken = listener.look();
-                                       return woken != Woken::kMaybeMore;
-                                     }});
+  HttpClient::Interruption interruption;
+  interruption.descriptor = listener.stop;
+  interruption.wanted = [&] {
+    woken = listener.look();
+    return woken != Woken::kMaybeMore;
+  };
+  m_client.callAtLength({.target = target}, std::move(interruption));
   return woken;
 }
 
@@ -261,9 +264,9 @@ void DaemonQueues::discard(unsigned long id, unsigned int dsid) {
 }
 
 unsigned long DaemonQueues::removeUpTo(unsigned long upTo, unsigned int dsid) {
-  const json answer = m_client.call(
+  const auto answer = m_client.callAtLength(
       {.method = "DELETE", .target = eventsPath(dsid) + "?upto=" + std::to_string(upTo)});
-  return understood([&] { return answer.at("deleted").get<unsigned long>(); });
+  return understood([&] { return answer.value().at("deleted").get<unsigned long>(); });
 }
 
 void DaemonQueues::addSelection(const DataSelection& selection) {
@@ -284,9 +287,9 @@ void DaemonQueues::removeSelection(unsigned int dsid) {
 }
 
 CheckReport DaemonQueues::check(bool fix) {
-  const json report =
-      m_client.call(postRequest("/v1/check", "application/json", json({{"fix", fix}}).dump()));
-  return understood([&] { return checkReportFrom(report); });
+  const auto report = m_client.callAtLength(
+      postRequest("/v1/check", "application/json", json({{"fix", fix}}).dump()));
+  return understood([&] { return checkReportFrom(report.value()); });
 }
 
 }  // namespace EventApps

@@ -9,8 +9,10 @@
 namespace EventApps {
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 constexpr long kConnectMilliseconds = 10000;
-constexpr int kLookMilliseconds = 200;  // between two looks for an interruption
+constexpr int kLookMilliseconds = 200;  // between two looks whether to go on
 
 struct HeaderListDeleter {
   void operator()(curl_slist* list) const { curl_slist_free_all(list); }
@@ -40,11 +42,22 @@ class HttpClient::Handles {
   CURL* easy() const { return m_easy.get(); }
 
   // The result of the transfer; nothing when it was given up.
-  std::optional<CURLcode> perform(const Interruption& interruption) {
-    curl_multi_add_handle(m_multi.get(), easy());
-    const auto result = run(interruption);
-    curl_multi_remove_handle(m_multi.get(), easy());
-    return result;
+  std::optional<CURLcode> perform(const Interruption& interruption,
+                                  std::chrono::milliseconds timeout) {
+    const Transfer transfer(m_multi.get(), easy());
+    Silence silence(easy());
+    while (true) {
+      int running = 0;
+      curl_multi_perform(m_multi.get(), &running);
+      if (running == 0) return result();
+      if (interruption.wanted && interruption.wanted()) return std::nullopt;
+      if (silence.length() >= timeout) {
+        if (!interruption.overdue) return CURLE_OPERATION_TIMEDOUT;
+        interruption.overdue();
+        silence.restart();
+      }
+      waitForBytes(interruption.descriptor);
+    }
   }
 
  private:
@@ -52,20 +65,57 @@ class HttpClient::Handles {
     GlobalState() { curl_global_init(CURL_GLOBAL_DEFAULT); }
   };
 
-  std::optional<CURLcode> run(const Interruption& interruption) {
-    while (true) {
-      int running = 0;
-      curl_multi_perform(m_multi.get(), &running);
-      if (running == 0) return resultOf();
-      if (interruption.wanted && interruption.wanted()) return std::nullopt;
-      curl_waitfd wait{interruption.descriptor, CURL_WAIT_POLLIN, 0};
-      const bool hasWait = interruption.descriptor >= 0;
-      curl_multi_poll(m_multi.get(), hasWait ? &wait : nullptr, hasWait ? 1 : 0, kLookMilliseconds,
-                      nullptr);
+  // Takes the handle back at its end, and with it the connection where no whole answer came.
+  class Transfer {
+   public:
+    Transfer(CURLM* multi, CURL* easy) : m_multi(multi), m_easy(easy) {
+      curl_multi_add_handle(m_multi, m_easy);
     }
+    ~Transfer() { curl_multi_remove_handle(m_multi, m_easy); }
+    Transfer(const Transfer&) = delete;
+    Transfer& operator=(const Transfer&) = delete;
+
+   private:
+    CURLM* m_multi;
+    CURL* m_easy;
+  };
+
+  // For how long nothing has come or gone.
+  class Silence {
+   public:
+    explicit Silence(CURL* easy) : m_easy(easy) {}
+
+    Clock::duration length() {
+      const curl_off_t bytes = bytesMoved();
+      if (std::exchange(m_bytes, bytes) != bytes) restart();
+      return Clock::now() - m_since;
+    }
+
+    void restart() { m_since = Clock::now(); }
+
+   private:
+    curl_off_t bytesMoved() const {
+      curl_off_t received = 0;
+      curl_off_t sent = 0;
+      curl_easy_getinfo(m_easy, CURLINFO_SIZE_DOWNLOAD_T, &received);
+      curl_easy_getinfo(m_easy, CURLINFO_SIZE_UPLOAD_T, &sent);
+      return received + sent;
+    }
+
+    CURL* m_easy;
+    curl_off_t m_bytes = 0;
+    Clock::time_point m_since = Clock::now();
+  };
+
+  // Also returns after a while, and when `descriptor` is readable.
+  void waitForBytes(int descriptor) {
+    curl_waitfd wait{descriptor, CURL_WAIT_POLLIN, 0};
+    const bool hasWait = descriptor >= 0;
+    curl_multi_poll(m_multi.get(), hasWait ? &wait : nullptr, hasWait ? 1 : 0, kLookMilliseconds,
+                    nullptr);
   }
 
-  CURLcode resultOf() const {
+  CURLcode result() const {
     int left = 0;
     while (const CURLMsg* const message = curl_multi_info_read(m_multi.get(), &left)) {
       if (message->msg == CURLMSG_DONE) return message->data.result;
@@ -127,6 +177,12 @@ bool wasReached(CURLcode result) {
          result != CURLE_SSL_CACERT_BADFILE && result != CURLE_URL_MALFORMAT;
 }
 
+std::string whyNot(CURLcode result, const char* reason) {
+  if (reason[0] != '\0') return reason;
+  if (result != CURLE_OPERATION_TIMEDOUT) return curl_easy_strerror(result);
+  return "nothing came from it within the time limit; --timeout waits longer";
+}
+
 }  // namespace
 
 HttpClient::HttpClient(const DaemonAddress& address)
@@ -148,12 +204,12 @@ std::optional<HttpAnswer> HttpClient::send(const HttpRequest& request,
   curl_easy_setopt(easy, CURLOPT_ERRORBUFFER, reason.data());
   curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, takeBody);
   curl_easy_setopt(easy, CURLOPT_WRITEDATA, &answer.body);
-  const auto result = m_handles->perform(interruption);
+  const auto result = m_handles->perform(interruption, m_address.timeout);
   if (!result) return std::nullopt;
   if (*result != CURLE_OK) {
-    const char* const why = reason[0] == '\0' ? curl_easy_strerror(*result) : reason.data();
-    throw NoAnswer("the daemon at " + m_address.name() + " does not answer: " + why,
-                   wasReached(*result));
+    throw NoAnswer(
+        "the daemon at " + m_address.name() + " does not answer: " + whyNot(*result, reason.data()),
+        wasReached(*result));
   }
   curl_off_t pause = 0;
   curl_easy_getinfo(easy, CURLINFO_RESPONSE_CODE, &answer.status);

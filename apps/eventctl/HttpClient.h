@@ -48,14 +48,18 @@ class HttpClient {
   HttpClient(const HttpClient&) = delete;
   HttpClient& operator=(const HttpClient&) = delete;
 
-  // Asked from time to time, and soon after `descriptor` has become readable: true gives the
-  // request up.
   struct Interruption {
+    // Asked from time to time, and soon after `descriptor` has become readable: true gives the
+    // request up.
     int descriptor = -1;
     std::function<bool()> wanted;
+    // Called when nothing came within the time limit. Where it returns, the request waits for as
+    // long again; where there is none, it fails.
+    std::function<void()> overdue;
   };
 
-  // The answer, whatever its status; nothing when it was given up. Throws NoAnswer.
+  // The answer, whatever its status; nothing when it was given up. Throws NoAnswer, and what
+  // `overdue` throws.
   std::optional<HttpAnswer> send(const HttpRequest& request, const Interruption& interruption);
   HttpAnswer send(const HttpRequest& request);
 

@@ -3,10 +3,15 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
+#include <future>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -58,6 +63,56 @@ class Daemon : public EventctlHome {
   }
 
   std::unique_ptr<FakeDaemon> m_daemon;
+};
+
+// One of each that asks a daemon.
+std::vector<Arguments> commandsOfADaemon() {
+  return {{"add", "legacy", "--payload", "x"},
+          {"import", DAY_EVENTS},
+          {"export"},
+          {"list"},
+          {"list", "--follow"},
+          {"show", "1"},
+          {"stats"},
+          {"next"},
+          {"consume"},
+          {"delete", "1"},
+          {"purge", "--yes"},
+          {"check"},
+          {"dataselection", "list"},
+          {"dataselection", "add", "4"},
+          {"dataselection", "remove", "4"}};
+}
+
+// A listening socket whose queue of connections is full.
+class StoppedListener {
+ public:
+  explicit StoppedListener(const std::filesystem::path& socket) : m_listening(open()) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    socket.string().copy(address.sun_path, sizeof address.sun_path - 1);
+    const auto* const generic = reinterpret_cast<const sockaddr*>(&address);
+    EXPECT_EQ(::bind(m_listening, generic, sizeof address), 0);
+    EXPECT_EQ(::listen(m_listening, 0), 0);
+    do {
+      m_waiting.push_back(open());
+    } while (::connect(m_waiting.back(), generic, sizeof address) == 0);
+    EXPECT_EQ(errno, EAGAIN);
+  }
+
+  ~StoppedListener() {
+    ::close(m_listening);
+    for (const int descriptor : m_waiting) ::close(descriptor);
+  }
+
+  StoppedListener(const StoppedListener&) = delete;
+  StoppedListener& operator=(const StoppedListener&) = delete;
+
+ private:
+  static int open() { return ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0); }
+
+  int m_listening;
+  std::vector<int> m_waiting;
 };
 
 using DaemonLookUp = Daemon;
@@ -389,6 +444,50 @@ TEST_F(DaemonConsume, EndsInTheMiddleOfAWait) {
   follower.signal(SIGINT);
   EXPECT_EQ(follower.wait().status, 0);
   hold.unlock();
+}
+
+// It takes the connection and the request, and then says nothing.
+TEST_F(Daemon, IsNotWaitedForWhereItSaysNothing) {
+  std::promise<void> over;
+  answer([wait = over.get_future().share()](const FakeRequest&) {
+    wait.wait();
+    return std::nullopt;
+  });
+  std::vector<std::unique_ptr<Program>> programs;
+  for (const Arguments& command : commandsOfADaemon()) {
+    Arguments arguments = command;
+    arguments.insert(arguments.end(), {"--timeout", "0.1"});
+    programs.push_back(std::make_unique<Program>(at(arguments)));
+  }
+  for (const auto& program : programs) {
+    const Outcome outcome = program->wait();
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("nothing came from it within the time limit"));
+  }
+  over.set_value();
+}
+
+// Nobody takes the connections of a process that is stopped, until no more of them fit.
+TEST_F(DaemonLookUp, EndsWhereNobodyTakesConnections) {
+  std::filesystem::create_directories(home());
+  const StoppedListener listener(socket());
+  const Outcome outcome = run({"list", "--timeout", "0.1"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("does not answer"));
+}
+
+TEST_F(Daemon, IsWaitedForAsLongAsItLivesWhereTheWorkIsLong) {
+  std::promise<void> asked;
+  std::once_flag once;
+  answer([&, wait = asked.get_future().share()](const FakeRequest& request) {
+    if (request.line == "GET /healthz") {
+      std::call_once(once, [&] { asked.set_value(); });
+    } else {
+      wait.wait();
+    }
+    return FakeAnswer{200, R"({"fix":false,"remaining":0,"findings":[]})"};
+  });
+  EXPECT_EQ(output({"check", "--timeout", "1"}), "No problems found.\n");
 }
 
 TEST_F(Daemon, DeletesManyEventsAtOnce) {

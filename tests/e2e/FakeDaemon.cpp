@@ -107,11 +107,14 @@ bool FakeDaemon::isReadable(int descriptor) const {
 }
 
 void FakeDaemon::serve() {
+  std::vector<std::jthread> connections;
   while (isReadable(m_listening)) {
     const int connection = ::accept4(m_listening, nullptr, nullptr, SOCK_CLOEXEC);
     if (connection < 0) continue;
-    serveConnection(connection);
-    ::close(connection);
+    connections.emplace_back([this, connection] {
+      serveConnection(connection);
+      ::close(connection);
+    });
   }
 }
 

@@ -1,7 +1,8 @@
 // A daemon that answers as a test tells it to, on a Unix socket: for what the real one does only
 // when something goes wrong.
 //
-// Thread safety: the answers are made on a thread of its own; the accessors are for any thread.
+// Thread safety: the answers are made on a thread for each connection; the accessors are for any
+// thread.
 
 #ifndef EVENTSYSTEM_TESTS_E2E_FAKEDAEMON_H
 #define EVENTSYSTEM_TESTS_E2E_FAKEDAEMON_H
@@ -51,7 +52,7 @@ class FakeDaemon {
   std::vector<std::string> lines() const;
 
  private:
-  void serve();
+  void serve();  // connections until the test is over
   void serveConnection(int connection);
   bool answerOne(int connection, std::string& received);
   bool isReadable(int descriptor) const;
