@@ -161,10 +161,20 @@ void Connection::acceptHead() {
   }
 }
 
-void Connection::handle() {
+// Whoever answers may take as long as it likes. A client may not, and it may have left unread what
+// was sent before: a 100, for one, on which the answer then waits.
+void Connection::beginAnswer(bool keepAlive) {
   m_phase = Phase::kAnswering;
-  m_keepAlive = m_reader.keepAlive();
-  m_watchdog.clear();
+  m_keepAlive = keepAlive;
+  if (m_isSending) {
+    setDeadline(m_core->limits.writeTime);
+  } else {
+    m_watchdog.clear();
+  }
+}
+
+void Connection::handle() {
+  beginAnswer(m_reader.keepAlive());
   m_outlet = std::make_shared<Outlet>(
       Outlet::Form{m_reader.chunkable(), m_bodyless, m_core->limits.streamBacklog});
   const auto exchange = std::make_shared<OpenExchange>(
@@ -245,8 +255,7 @@ void Connection::refuse(unsigned status, const std::string& detail) {
 }
 
 void Connection::answerAtOnce(Response&& response, bool keepAlive) {
-  m_phase = Phase::kAnswering;
-  m_keepAlive = keepAlive;
+  beginAnswer(keepAlive);
   m_answerEnds = true;
   m_share.reset();
   sendHead(std::move(response), false);

@@ -98,6 +98,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   bool isBodyGranted();
   bool isAnswerGranted(const Response& response);
   bool shareBacklog();
+  void beginAnswer(bool keepAlive);
   void handle();
   void readMore();
   void clientGone();

@@ -6,13 +6,21 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/post.hpp>
+#include <boost/asio/strand.hpp>
 #include <chrono>
+#include <deque>
 #include <filesystem>
 #include <iterator>
+#include <memory>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
+#include "apps/eventd/http/Connection.h"
+#include "apps/eventd/http/Core.h"
 #include "tests/eventd/http/TestServer.h"
 
 namespace EventSystemTest {
@@ -137,6 +145,56 @@ TEST(SlowReader, IsCutOffHoweverBusyItLooks) {
     }
     return server.server().figures().connectionsOpen == 0;
   }));
+}
+
+// What its client sends comes at once, and of what it is sent the client takes nothing.
+class UnreadConnection final : public Http::Connection {
+ public:
+  UnreadConnection(const std::shared_ptr<Http::Core>& core, const Http::Strand& strand,
+                   std::deque<std::string> pieces)
+      : Connection(core, strand, {}), m_socket(strand), m_pieces(std::move(pieces)) {}
+
+ private:
+  void open() override { onOpen({}); }
+  void readSome(boost::asio::mutable_buffer buffer) override {
+    if (m_pieces.empty()) return;
+    const std::size_t bytes = boost::asio::buffer_copy(buffer, boost::asio::buffer(m_pieces[0]));
+    m_pieces.pop_front();
+    boost::asio::post(m_socket.get_executor(),
+                      [me = self<UnreadConnection>(), bytes] { me->onRead({}, bytes); });
+  }
+  void writeSome(boost::asio::const_buffer) override {}
+  void endSending() override {}
+  Http::Socket& socket() override { return m_socket; }
+
+  Http::Socket m_socket;
+  std::deque<std::string> m_pieces;
+};
+
+// The 100 is neither read by the client nor forgotten by the server.
+TEST(SlowReader, IsCutOffWhereItLeavesTheGoAheadUnread) {
+  Http::Limits limits;
+  limits.requestTime = limits.writeTime = milliseconds(10);
+  const std::string head =
+      "POST / HTTP/1.1\r\nHost: h\r\nExpect: 100-continue\r\nContent-Length: 2\r\n\r\n";
+  for (const std::deque<std::string>& sent : {std::deque<std::string>{head, "ok"}, {head}}) {
+    int handled = 0;
+    const auto core = std::make_shared<Http::Core>(
+        limits,
+        [&](const std::shared_ptr<Http::Exchange>& exchange) {
+          ++handled;
+          exchange->respond({200, "", "done", {}});
+        },
+        1);
+    const auto connection =
+        std::make_shared<UnreadConnection>(core, boost::asio::make_strand(core->context), sent);
+    core->connections.enter(connection, "");
+    connection->start();
+    core->context.run();  // until there is nothing to wait for
+    EXPECT_EQ(handled, sent.size() == 2 ? 1 : 0);
+    EXPECT_EQ(core->connections.open(), 0u);
+    connection->cut();
+  }
 }
 
 TEST(Answers, AreBoundedTogether) {
