@@ -13,6 +13,7 @@
 #include "apps/common/Output.h"
 #include "apps/common/QueueNames.h"
 #include "apps/eventctl/Commands.h"
+#include "apps/eventctl/DaemonFiles.h"
 #include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/ProgressBar.h"
 #include "apps/eventctl/Session.h"
@@ -72,6 +73,7 @@ int runBackup(const GlobalOptions& global, const CopyOptions& options) {
   if (!options.force && std::filesystem::exists(options.file, error)) {
     throw Failure(options.file + ": exists already; --force replaces it");
   }
+  requireFreeForOutput(options.file, global);
   const HostConfiguration configuration = configurationOf(global);
   CopyBar bar;
   const DatabaseContent content =

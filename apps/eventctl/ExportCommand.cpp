@@ -11,6 +11,7 @@
 #include "apps/common/Output.h"
 #include "apps/common/QueueNames.h"
 #include "apps/eventctl/Commands.h"
+#include "apps/eventctl/DaemonFiles.h"
 #include "apps/eventctl/ExitStatus.h"
 #include "apps/eventctl/KindOption.h"
 #include "apps/eventctl/NewFile.h"
@@ -33,7 +34,9 @@ class Exporter {
  public:
   Exporter(const GlobalOptions& global, const ExportOptions& options)
       : m_global(global), m_options(options), m_queues(openToRead(global)) {
-    if (options.file != "-") m_file.emplace(options.file, options.force);
+    if (options.file == "-") return;
+    requireFreeForOutput(options.file, global);
+    m_file.emplace(options.file, options.force);
   }
 
   int run() {

@@ -6,6 +6,7 @@
 #include "host/Host.h"
 #include "host/backup/DatabaseCopy.h"
 #include "host/backup/SourceFile.h"
+#include "host/config/DistinctFiles.h"
 #include "host/database/DatabaseFile.h"
 #include "host/files/Replaceable.h"
 
@@ -14,7 +15,7 @@ namespace EventSystemHost {
 DatabaseContent backUpDatabase(const HostConfiguration& configuration,
                                const std::filesystem::path& file, bool overwrite,
                                const CopyProgress& progress) {
-  requireOtherFile(file, configuration.databaseFile);
+  requireNotInUse(file, configuration);
   std::error_code error;
   if (!overwrite && std::filesystem::exists(std::filesystem::symlink_status(file, error))) {
     throw HostError(file.string() + ": exists already");

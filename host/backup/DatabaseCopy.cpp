@@ -1,11 +1,15 @@
 #include "host/backup/DatabaseCopy.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -21,6 +25,7 @@ namespace EventSystemHost {
 namespace {
 
 constexpr int kPagesAtOnce = 1024;
+constexpr const char* kPartial = ".partial-";
 
 std::filesystem::path directoryOf(const std::filesystem::path& file) {
   return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
@@ -30,6 +35,40 @@ void syncFile(const std::filesystem::path& file) {
   const FileDescriptor opened(open(file.c_str(), O_RDONLY | O_CLOEXEC));
   if (!opened.valid() || fsync(opened.get()) != 0) {
     throw HostError(file.string() + ": cannot be synced: " + std::strerror(errno));
+  }
+}
+
+void removeWithItsFiles(const std::filesystem::path& file) {
+  std::error_code ignored;
+  for (const char* const suffix : {"-journal", "-wal", "-shm", ""}) {
+    std::filesystem::remove(file.string() + suffix, ignored);
+  }
+}
+
+bool hasName(const FileDescriptor& file) {
+  struct stat status {};
+  return fstat(file.get(), &status) == 0 && status.st_nlink > 0;
+}
+
+// "NAME.partial-" and six characters: a name that nobody else gives.
+bool isPartial(const std::string& name, const std::string& target) {
+  const std::string prefix = target + kPartial;
+  return name.size() == prefix.size() + 6 && name.starts_with(prefix) &&
+         std::all_of(name.end() - 6, name.end(),
+                     [](unsigned char c) { return std::isalnum(c) != 0; });
+}
+
+// Copies to the same place whose process was killed.
+void removeAbandoned(const std::filesystem::path& target) {
+  std::error_code ignored;
+  const std::filesystem::directory_iterator entries(directoryOf(target), ignored);
+  for (const auto& entry : entries) {
+    if (!isPartial(entry.path().filename().string(), target.filename().string())) continue;
+    const FileDescriptor opened(
+        open(entry.path().c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    if (opened.valid() && flock(opened.get(), LOCK_EX | LOCK_NB) == 0) {
+      removeWithItsFiles(entry.path());
+    }
   }
 }
 
@@ -84,20 +123,21 @@ unsigned long highestIdIn(const Connection& connection) {
   return static_cast<unsigned long>(highest);
 }
 
-DatabaseCopy::DatabaseCopy(std::filesystem::path target)
-    : m_target(std::move(target)),
-      m_file(m_target.string() + ".partial-" + std::to_string(getpid())) {
-  std::error_code ignored;
-  std::filesystem::remove(m_file, ignored);  // of a process with this id that was killed
-  if (!makePrivateFile(m_file)) throw HostError(m_file.string() + ": exists already");
+DatabaseCopy::DatabaseCopy(std::filesystem::path target) : m_target(std::move(target)) {
+  removeAbandoned(m_target);
+  do {
+    std::string name = m_target.string() + kPartial + "XXXXXX";
+    m_lock.emplace(mkostemp(name.data(), O_CLOEXEC));
+    m_file = name;
+    if (!m_lock->valid() || fchmod(m_lock->get(), 0600) != 0) {
+      throw HostError(m_file.string() + ": cannot be created: " + std::strerror(errno));
+    }
+    // Before it was locked it looked abandoned, and somebody may have removed it.
+  } while (flock(m_lock->get(), LOCK_EX) == 0 && !hasName(*m_lock));
 }
 
 DatabaseCopy::~DatabaseCopy() {
-  if (m_published) return;
-  std::error_code ignored;
-  for (const char* const suffix : {"", "-journal", "-wal", "-shm"}) {
-    std::filesystem::remove(m_file.string() + suffix, ignored);
-  }
+  if (m_lock) removeWithItsFiles(m_file);
 }
 
 // The source's read transaction lasts from the first page to the last: whoever writes meanwhile
@@ -154,7 +194,7 @@ void DatabaseCopy::publish(bool overwrite) {
   if (status != 0) {
     throw HostError(m_target.string() + ": cannot be created: " + std::strerror(errno));
   }
-  m_published = true;
+  m_lock.reset();
   syncDirectory(directoryOf(m_target));
 }
 

@@ -1,5 +1,6 @@
 // A copy of a database on its way: a temporary file that is filled, checked, and then either given
-// its name or removed.
+// its name or removed. It is locked as long as it is worked at: one without a lock was left by a
+// process that was killed, and the next copy to the same place removes it.
 //
 // Thread safety: none.
 
@@ -8,10 +9,12 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "host/backup/Backup.h"
 #include "host/database/Sqlite.h"
+#include "host/files/FileDescriptor.h"
 
 namespace EventSystemHost {
 
@@ -46,7 +49,7 @@ class DatabaseCopy {
  private:
   std::filesystem::path m_target;
   std::filesystem::path m_file;
-  bool m_published = false;
+  std::optional<FileDescriptor> m_lock;  // SQLite loses its own locks when this is closed
 };
 
 // Whether the database has this table, and the highest id that its global queue ever gave. They

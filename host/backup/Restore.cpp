@@ -12,6 +12,7 @@
 #include "host/backup/Backup.h"
 #include "host/backup/DatabaseCopy.h"
 #include "host/backup/SourceFile.h"
+#include "host/config/DistinctFiles.h"
 #include "host/database/DatabaseFile.h"
 #include "host/database/WriterLock.h"
 #include "host/files/PrivateFiles.h"
@@ -134,9 +135,8 @@ void addName(const std::filesystem::path& file, const std::filesystem::path& nam
 class KeptDatabase {
  public:
   explicit KeptDatabase(const std::filesystem::path& database)
-      : m_database(database), m_name(freeName(database)) {
-    addName(m_database, m_name);
-    std::error_code error;
+      : KeptDatabase(database, freeName(database)) {
+    std::error_code error;  // from here on, a failure takes the first name back
     if (std::filesystem::exists(logOf(m_database), error)) {
       addName(logOf(m_database), logOf(m_name));
     }
@@ -165,6 +165,11 @@ class KeptDatabase {
   const std::filesystem::path& name() const { return m_name; }
 
  private:
+  KeptDatabase(const std::filesystem::path& database, const std::filesystem::path& name)
+      : m_database(database), m_name(name) {
+    addName(m_database, m_name);
+  }
+
   static std::filesystem::path logOf(const std::filesystem::path& database) {
     return database.string() + "-wal";
   }
@@ -189,7 +194,7 @@ std::filesystem::path exchange(const std::filesystem::path& database, DatabaseCo
 Restored restoreDatabase(const HostConfiguration& configuration, const std::filesystem::path& file,
                          bool keepIds, const CopyProgress& progress) {
   const std::filesystem::path& database = configuration.databaseFile;
-  requireOtherFile(file, database);
+  requireNotInUse(file, configuration);
   const Connection source = openBackup(file);
   makePrivateDirectories(database.parent_path());
   const WriterLock lock(database);

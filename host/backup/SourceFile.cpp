@@ -44,17 +44,6 @@ Connection openAnySource(const std::filesystem::path& file) {
 
 }  // namespace
 
-void requireOtherFile(const std::filesystem::path& file, const std::filesystem::path& database) {
-  for (const char* const suffix : {"", "-wal", "-shm", ".lock"}) {
-    const std::filesystem::path used = database.string() + suffix;
-    std::error_code error;
-    const bool same = std::filesystem::weakly_canonical(file, error) ==
-                          std::filesystem::weakly_canonical(used, error) ||
-                      std::filesystem::equivalent(file, used, error);
-    if (same) throw HostError(file.string() + ": is " + used.string() + ", a file in use");
-  }
-}
-
 Connection openBackup(const std::filesystem::path& file) {
   std::error_code error;
   if (!std::filesystem::exists(file, error)) throw HostError(file.string() + ": does not exist");

@@ -1,5 +1,4 @@
-// The file that a copy is made of: which files cannot be meant, and how one of unknown origin is
-// opened.
+// The file that a copy is made of, and how one of unknown origin is opened.
 //
 // Thread safety: any thread.
 
@@ -12,10 +11,6 @@
 #include "host/database/Sqlite.h"
 
 namespace EventSystemHost {
-
-// Throws HostError when `file` is the database or one of the files that belong to it, by whatever
-// name.
-void requireOtherFile(const std::filesystem::path& file, const std::filesystem::path& database);
 
 // Opens a backup for reading and leaves no file beside it. Throws HostError when it is no database
 // of ours.

@@ -1,9 +1,12 @@
 // eventctl backup and restore: copies beside a writer, and the way back.
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <fstream>
@@ -139,6 +142,40 @@ TEST_F(Backup, NeverWritesOverTheDatabaseItself) {
     EXPECT_THAT(outcome.err, HasSubstr("a file in use"));
   }
   EXPECT_THAT(ids(), ElementsAre(1));
+}
+
+// Whether or not it is there: as the database's journal, a backup would be its undoing.
+TEST_F(Backup, NeverTakesThePlaceOfAFileOfTheHome) {
+  add("a");
+  write("home/eventd.ini", "[access]\ntokens_file = other.tokens\n");
+  for (const char* const name :
+       {"events.db-journal", "host.ini", "OrbCentral.ini", "orbdb.ini", "eventd.ini",
+        "other.tokens", "eventd-tables.ini", "audit/audit.db", "log/eventsystem.log"}) {
+    const bool wasThere = std::filesystem::exists(home() / name);
+    for (const char* const command : {"backup", "export"}) {
+      const Outcome outcome = run({command, "--force", (home() / name).string()});
+      EXPECT_EQ(outcome.status, 1) << command << " " << name;
+      EXPECT_THAT(outcome.err, HasSubstr(name)) << command;
+    }
+    EXPECT_EQ(std::filesystem::exists(home() / name), wasThere) << name;
+  }
+}
+
+// Those of a process that was killed; not one that somebody works at, or another's file.
+TEST_F(Backup, RemovesUnfinishedOnesThatNobodyWorksAt) {
+  add("a");
+  const auto abandoned = write("backup.db.partial-Ab12Cd", "half");
+  const auto itsJournal = write("backup.db.partial-Ab12Cd-journal", "half");
+  const auto inWork = write("backup.db.partial-Xy34Zw", "half");
+  const auto another = write("backup.db.partial-notes.txt", "mine");
+  const int descriptor = ::open(inWork.c_str(), O_RDONLY | O_CLOEXEC);
+  ASSERT_EQ(::flock(descriptor, LOCK_EX | LOCK_NB), 0);
+  back();
+  ::close(descriptor);
+  EXPECT_FALSE(std::filesystem::exists(abandoned));
+  EXPECT_FALSE(std::filesystem::exists(itsJournal));
+  EXPECT_TRUE(std::filesystem::exists(inWork));
+  EXPECT_TRUE(std::filesystem::exists(another));
 }
 
 TEST_F(Backup, FailsOnADamagedDatabaseAndLeavesNothing) {
@@ -344,6 +381,22 @@ TEST_F(Restore, NeverMixesALogWithAnotherDatabase) {
   EXPECT_THAT(ids(), ElementsAre(1));
   ASSERT_THAT(kept(), SizeIs(1));
   EXPECT_THAT(idsIn(kept()[0]), ElementsAre(1, 2));
+}
+
+// The second name of the log cannot be made: the first, of the database, goes again.
+TEST_F(Restore, LeavesNoSecondNameWhereItFails) {
+  add("a");
+  back();
+  execute(database(), "PRAGMA wal_checkpoint(TRUNCATE)");
+  const std::filesystem::path log = database().string() + "-wal";
+  std::filesystem::remove(log);
+  std::filesystem::create_directory(log);
+  const Outcome outcome = restore({"--no-keep-ids"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("cannot be kept under this name"));
+  EXPECT_THAT(kept(), IsEmpty());
+  std::filesystem::remove(log);
+  EXPECT_THAT(ids(), ElementsAre(1));
 }
 
 // A restore that is killed before its Nth call of the disk, for every N, on a database whose newest
