@@ -36,10 +36,36 @@ Character firstCharacter(std::string_view text) {
   return {code, bytes};
 }
 
-// Marks that change the direction or the joining of what follows without being seen.
-bool isInvisibleMark(std::uint32_t code) {
-  return (code >= 0x200B && code <= 0x200F) || (code >= 0x2028 && code <= 0x202E) ||
-         (code >= 0x2060 && code <= 0x206F) || code == 0xFEFF || code == 0x061C;
+struct CodeRange {
+  std::uint32_t first;
+  std::uint32_t last;
+};
+
+// What is not seen and changes the direction or the joining of what follows, or carries text of its
+// own: marks, fillers and tags.
+constexpr std::array<CodeRange, 13> kInvisible = {{{0xAD, 0xAD},
+                                                   {0x61C, 0x61C},
+                                                   {0x115F, 0x1160},
+                                                   {0x180E, 0x180E},
+                                                   {0x200B, 0x200F},
+                                                   {0x2028, 0x202E},
+                                                   {0x2060, 0x206F},
+                                                   {0x3164, 0x3164},
+                                                   {0xFEFF, 0xFEFF},
+                                                   {0xFFA0, 0xFFA0},
+                                                   {0xFFF9, 0xFFFB},
+                                                   {0x1D173, 0x1D17A},
+                                                   {0xE0000, 0xE0FFF}}};
+
+bool isInvisible(std::uint32_t code) {
+  return std::any_of(kInvisible.begin(), kInvisible.end(), [code](const CodeRange& range) {
+    return code >= range.first && code <= range.last;
+  });
+}
+
+// DEL and those above ASCII, of which some begin a terminal's commands.
+bool isControl(std::uint32_t code) {
+  return code >= 0x7F && code <= 0x9F;
 }
 
 std::size_t columnsOf(const Character& character) {
@@ -64,6 +90,16 @@ std::string escapedByte(unsigned char byte) {
     default:
       return (byte < 0x10 ? "\\x0" : "\\x") + hex(byte);
   }
+}
+
+// As one UTF-16 unit, or two.
+void appendJsonEscape(std::string& json, std::uint32_t code) {
+  if (code > 0xFFFF) {
+    appendJsonEscape(json, 0xD800 + ((code - 0x10000) >> 10));
+    code = 0xDC00 + (code & 0x3FFu);
+  }
+  const std::string digits = hex(code);
+  json.append("\\u").append(4 - digits.size(), '0').append(digits);
 }
 
 // The longest start of `text` that fits into `columns`, in bytes.
@@ -93,12 +129,30 @@ std::string displayText(std::string_view text) {
       continue;
     }
     const bool printable = ::wcwidth(static_cast<wchar_t>(character.code)) >= 0;
-    if (printable && !isInvisibleMark(character.code)) {
+    if (printable && !isInvisible(character.code)) {
       shown += text.substr(0, character.bytes);
     } else {
       shown += "\\u{" + hex(character.code) + "}";
     }
     text.remove_prefix(character.bytes);
+  }
+  return shown;
+}
+
+std::string displayJson(std::string json) {
+  const auto isPlain = [](char c) { return static_cast<unsigned char>(c) < 0x7F; };
+  if (std::all_of(json.begin(), json.end(), isPlain)) return json;
+  std::string shown;
+  shown.reserve(json.size());
+  for (std::string_view rest = json; !rest.empty();) {
+    const Character character = firstCharacter(rest);
+    const std::size_t bytes = std::max<std::size_t>(1, character.bytes);
+    if (isControl(character.code) || isInvisible(character.code)) {
+      appendJsonEscape(shown, character.code);
+    } else {
+      shown += rest.substr(0, bytes);
+    }
+    rest.remove_prefix(bytes);
   }
   return shown;
 }

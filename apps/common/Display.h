@@ -13,9 +13,12 @@
 
 namespace EventApps {
 
-// `text` with control characters, invisible direction marks and bytes that are no UTF-8 replaced
+// `text` with control characters, invisible characters and bytes that are no UTF-8 replaced
 // by escapes such as \n, \x1b and \u{202e}.
 std::string displayText(std::string_view text);
+
+// JSON text with the same content, in which control characters and invisible ones are escaped.
+std::string displayJson(std::string json);
 
 // Whether all bytes are UTF-8, and the bytes as lower-case hex digits.
 bool isUtf8(std::string_view text);

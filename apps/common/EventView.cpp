@@ -120,7 +120,7 @@ nlohmann::ordered_json jsonOf(const EventView& event) {
 }
 
 std::string jsonLine(const nlohmann::ordered_json& object) {
-  return object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+  return displayJson(object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
 }
 
 }  // namespace EventApps

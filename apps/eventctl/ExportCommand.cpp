@@ -70,11 +70,13 @@ class Exporter {
            "it";
   }
 
+  // A terminal obeys what a text may hold; whoever imports the lines has them from elsewhere.
   void print(const std::string& line) {
     if (m_file) {
       m_file->line(line);
     } else {
-      standardOutput().line(line);
+      Output& output = standardOutput();
+      output.line(output.isTerminal() ? displayText(line) : line);
     }
   }
 

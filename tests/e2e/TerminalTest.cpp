@@ -34,6 +34,20 @@ TEST_F(Terminal, GetsJsonAsItIs) {
   EXPECT_EQ(output({"list", "--json"}, {.out = Out::kTerminal}), output({"list", "--json"}));
 }
 
+// A control sequence introducer, DEL, a turn of direction, and a letter that only programs see.
+TEST_F(Terminal, IsNotCommandedByTheTextsOfEvents) {
+  const std::string text = "a\u009b31m\u007f\u202eb\U000E0041c";
+  output({"add", "legacy", "--payload", text});
+  EXPECT_THAT(output({"export"}), HasSubstr(text));
+  EXPECT_THAT(output({"export"}, {.out = Out::kTerminal}),
+              HasSubstr(R"(a\u{9b}31m\x7f\u{202e}b\u{e0041}c)"));
+  EXPECT_THAT(output({"list"}, {.environment = {"COLUMNS=200"}}),
+              HasSubstr(R"(a\u{9b}31m\x7f\u{202e}b\u{e0041}c)"));
+  const std::string listed = output({"list", "--json"});
+  EXPECT_THAT(listed, HasSubstr(R"(a\u009b31m\u007f\u202eb\udb40\udc41c)"));
+  EXPECT_THAT(jsonLines(listed).at(0)["eventString"].get<std::string>(), HasSubstr(text));
+}
+
 TEST_F(Terminal, DecidesHowLongARowIs) {
   output({"add", "legacy", "--payload", std::string(200, 'x')});
   const auto row = [&](const char* columns) {
