@@ -31,7 +31,7 @@ std::string_view tokenIn(std::string_view authorization) {
 }
 
 std::string whereFrom(const Http::Peer& peer) {
-  if (peer.via != Http::Peer::Via::kUnix) return withoutPort(peer.address);
+  if (peer.via != Http::Peer::Via::kUnix) return peer.network;
   return "user " + std::to_string(peer.uid);
 }
 
@@ -83,11 +83,6 @@ void AccessControl::refuse(const Http::Peer& peer, const char* why) {
       .kind = ProblemKind::kUnauthorized,
       .detail = std::string(why) + "; make a token with: eventctl token add NAME --role ROLE",
       .headers = {{"WWW-Authenticate", "Bearer error=\"invalid_token\""}}});
-}
-
-std::string withoutPort(const std::string& address) {
-  const std::size_t colon = address.rfind(':');
-  return colon == std::string::npos ? address : address.substr(0, colon);
 }
 
 }  // namespace EventApps

@@ -50,9 +50,6 @@ class AccessControl {
   std::atomic<std::uint64_t> m_failedLogins{0};
 };
 
-// Of an address "127.0.0.1:5000" or "[::1]:5000" what stands before the port; other texts whole.
-std::string withoutPort(const std::string& address);
-
 }  // namespace EventApps
 
 #endif

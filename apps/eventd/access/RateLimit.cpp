@@ -1,6 +1,7 @@
 #include "apps/eventd/access/RateLimit.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace EventApps {
 
@@ -26,7 +27,20 @@ double RateLimit::filled(const Bucket& bucket, Clock::time_point now) const {
 
 void RateLimit::makeRoom(Clock::time_point now) {
   std::erase_if(m_buckets, [&](const auto& entry) { return filled(entry.second, now) >= m_burst; });
-  if (m_buckets.size() >= m_mostKeys) m_buckets.clear();
+  if (m_buckets.size() >= m_mostKeys) forgetFullest(now);
+}
+
+// A tenth, so that this is rare.
+void RateLimit::forgetFullest(Clock::time_point now) {
+  std::vector<double> levels;
+  levels.reserve(m_buckets.size());
+  for (const auto& [key, bucket] : m_buckets) levels.push_back(filled(bucket, now));
+  std::size_t many = levels.size() / 10 + 1;
+  const auto least = levels.end() - static_cast<std::ptrdiff_t>(many);
+  std::nth_element(levels.begin(), least, levels.end());
+  std::erase_if(m_buckets, [&](const auto& entry) {
+    return many > 0 && filled(entry.second, now) >= *least && many-- > 0;
+  });
 }
 
 }  // namespace EventApps

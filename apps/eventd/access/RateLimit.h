@@ -18,8 +18,8 @@ class RateLimit {
   using Clock = std::chrono::steady_clock;
   using Seconds = std::chrono::duration<double>;
 
-  // `perSecond` 0: no limit. Of more than `mostKeys` keys those are forgotten whose bucket is full,
-  // and all of them when none is: memory is bounded, and at worst somebody has another burst.
+  // `perSecond` 0: no limit. Of more than `mostKeys` keys those are forgotten whose buckets are the
+  // fullest: memory is bounded, and whoever is over the limit stays so, however many others come.
   RateLimit(double perSecond, double burst, std::size_t mostKeys = 10000)
       : m_perSecond(perSecond), m_burst(burst), m_mostKeys(mostKeys) {}
 
@@ -34,6 +34,7 @@ class RateLimit {
 
   double filled(const Bucket& bucket, Clock::time_point now) const;
   void makeRoom(Clock::time_point now);
+  void forgetFullest(Clock::time_point now);
 
   const double m_perSecond;
   const double m_burst;

@@ -136,8 +136,7 @@ void Api::requireRole(const Route& route, const Http::Request& request,
 }
 
 void Api::limitRate(const Http::Request& request, const std::optional<Identity>& identity) {
-  const std::string key =
-      identity ? identity->key() : "address:" + withoutPort(request.peer->address);
+  const std::string key = identity ? identity->key() : "network:" + request.peer->network;
   const RateLimit::Seconds wait = m_rate.take(key);
   if (wait.count() <= 0) return;
   const auto seconds = std::lround(std::ceil(wait.count()));

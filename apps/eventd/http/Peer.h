@@ -20,6 +20,7 @@ struct Peer {
   gid_t gid = gid_t(-1);    // -1 with TCP, and where the system does not tell
   pid_t pid = 0;            // 0 likewise
   std::string certificate;  // the common name of a verified client certificate; else empty
+  std::string network;      // that one client has to itself: "127.0.0.1", "2001:db8::/64"; or empty
 };
 
 }  // namespace EventApps::Http

@@ -3,8 +3,10 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
+#include <iterator>
 
 namespace EventApps::Http {
 namespace {
@@ -32,15 +34,20 @@ sockaddr_storage unmapped(const sockaddr_storage& address) {
   return plain;
 }
 
-std::string textOf(const sockaddr_storage& address) {
+std::string hostOf(const sockaddr_storage& address) {
   std::array<char, INET6_ADDRSTRLEN> text{};
   const bool isV6 = address.ss_family == AF_INET6;
   const void* const bytes = isV6 ? static_cast<const void*>(&v6(address).sin6_addr)
                                  : static_cast<const void*>(&v4(address).sin_addr);
   inet_ntop(address.ss_family, bytes, text.data(), text.size());
+  return text.data();
+}
+
+std::string textOf(const sockaddr_storage& address) {
+  const bool isV6 = address.ss_family == AF_INET6;
   const std::uint16_t port = ntohs(isV6 ? v6(address).sin6_port : v4(address).sin_port);
   std::string whole(isV6 ? "[" : "");
-  return whole.append(text.data()).append(isV6 ? "]:" : ":").append(std::to_string(port));
+  return whole.append(hostOf(address)).append(isV6 ? "]:" : ":").append(std::to_string(port));
 }
 
 bool isLoopback(const sockaddr_storage& address) {
@@ -72,16 +79,17 @@ Peer peerOf(int descriptor, const sockaddr_storage& given) {
   peer.via = Peer::Via::kTcp;
   peer.loopback = isLoopback(address);
   peer.address = textOf(address);
+  peer.network = networkOf(address);
   return peer;
 }
 
 std::string networkOf(const sockaddr_storage& given) {
   if (given.ss_family == AF_UNIX) return {};
-  const sockaddr_storage address = unmapped(given);
-  if (address.ss_family == AF_INET6) {
-    return {reinterpret_cast<const char*>(v6(address).sin6_addr.s6_addr), kNetworkBytes};
-  }
-  return {reinterpret_cast<const char*>(&v4(address).sin_addr), sizeof(in_addr)};
+  sockaddr_storage address = unmapped(given);
+  if (address.ss_family != AF_INET6) return hostOf(address);
+  auto& bytes = reinterpret_cast<sockaddr_in6&>(address).sin6_addr.s6_addr;
+  std::fill(std::begin(bytes) + kNetworkBytes, std::end(bytes), 0);
+  return hostOf(address) + "/64";
 }
 
 }  // namespace EventApps::Http

@@ -16,8 +16,8 @@ namespace EventApps::Http {
 // Of a connected socket and its peer's address; not whether there is TLS on it.
 Peer peerOf(int descriptor, const sockaddr_storage& address);
 
-// What all addresses of one client have in common: the address, or the /64 network with IPv6.
-// Empty: a Unix socket.
+// What all addresses of one client have in common: the address, or the /64 network with IPv6, as
+// text. Empty: a Unix socket.
 std::string networkOf(const sockaddr_storage& address);
 
 }  // namespace EventApps::Http

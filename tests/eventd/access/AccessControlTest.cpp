@@ -1,12 +1,15 @@
 // Whom eventd takes a caller for.
 
+#include <arpa/inet.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 #include <unistd.h>
 
 #include <string>
 
 #include "apps/eventd/access/AccessControl.h"
 #include "apps/eventd/api/Problem.h"
+#include "apps/eventd/http/PeerOf.h"
 #include "tests/support/TempDir.h"
 
 namespace EventSystemTest {
@@ -93,6 +96,32 @@ TEST_F(Caller, OverTheNetworkIsKnownByTokenOrCertificateOnly) {
   m_configuration.tls.clientRole = Role::kAdmin;
   EXPECT_EQ(identify(peer)->role, Role::kAdmin);
   EXPECT_EQ(identify(peer, m_token)->role, Role::kRead);
+}
+
+// Whoever has one address of a network of IPv6 has all of them; the next network is another's.
+TEST_F(Caller, WithBadTokensIsLimitedByItsNetwork) {
+  const EventApps::TokenStore tokens(m_configuration.tokensFile);
+  AccessControl access(m_configuration, tokens);
+  const auto statusFrom = [&](const std::string& text) {
+    sockaddr_storage address{};
+    auto& v6 = reinterpret_cast<sockaddr_in6&>(address);
+    v6.sin6_family = AF_INET6;
+    ::inet_pton(AF_INET6, text.c_str(), &v6.sin6_addr);
+    const Http::Peer peer = Http::peerOf(-1, address);
+    Http::Request request;
+    request.peer = &peer;
+    request.headers.emplace_back("Authorization", "Bearer evt_wrong");
+    try {
+      access.identify(request);
+    } catch (const EventApps::Api::Refused& refused) {
+      return refused.problem().status();
+    }
+    return 200u;
+  };
+  unsigned last = 0;
+  for (int i = 1; i <= 20; ++i) last = statusFrom("2001:db8:0:1::" + std::to_string(i));
+  EXPECT_EQ(last, 429u);
+  EXPECT_EQ(statusFrom("2001:db8:0:2::1"), 401u);
 }
 
 }  // namespace

@@ -51,6 +51,16 @@ TEST(RateLimit, RemembersWhoIsOverItsLimitWhileOthersCome) {
   EXPECT_GT(limit.take("greedy", kStart + milliseconds(1500)).count(), 0);
 }
 
+// Each of many asks once, and none of their buckets is full.
+TEST(RateLimit, RemembersWhoIsOverItsLimitInAFlood) {
+  RateLimit limit(1, 5, 100);
+  for (int i = 0; i < 5; ++i) EXPECT_EQ(limit.take("greedy", kStart).count(), 0);
+  for (int i = 0; i < 1000; ++i) {
+    EXPECT_EQ(limit.take("flood" + std::to_string(i), kStart).count(), 0);
+  }
+  EXPECT_GT(limit.take("greedy", kStart).count(), 0);
+}
+
 TEST(RateLimit, DoesNotMindAClockThatStandsStill) {
   RateLimit limit(1, 1);
   EXPECT_EQ(limit.take("a", kStart).count(), 0);
