@@ -51,7 +51,10 @@ HostOptions hostOptions(const GlobalOptions& options, Access access) {
   host.home = options.home;
   host.access = access;
   host.logLevel = options.logLevel;
-  if (options.verbose) host.logFile = "-";
+  if (options.verbose) {
+    host.logFile = "-";
+    host.logLevel = options.logLevel.value_or(EventSystemHost::LogLevel::kInfo);
+  }
   // A reader shows what is wrong with a row itself; its log would be standard error.
   const bool quiet = access == Access::kReadOnly && !options.verbose && !options.logLevel;
   if (quiet) host.logLevel = EventSystemHost::LogLevel::kOff;

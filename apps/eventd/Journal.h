@@ -19,6 +19,8 @@ class Journal {
   // Says nothing, ever, where `logFile` is "-": the log itself goes to standard error then.
   explicit Journal(const std::filesystem::path& logFile);
 
+  bool isThere() const { return m_isThere; }
+
   // One line; what could end or garble it is shown as an escape.
   void tell(EventSystemHost::LogLevel level, std::string_view message) const;
 

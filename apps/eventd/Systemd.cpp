@@ -3,6 +3,7 @@
 #include <systemd/sd-daemon.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <numeric>
@@ -20,6 +21,10 @@ std::vector<int> takeSockets() {
   std::vector<int> sockets(static_cast<std::size_t>(count));
   std::iota(sockets.begin(), sockets.end(), SD_LISTEN_FDS_START);
   return sockets;
+}
+
+bool hasManager() {
+  return std::getenv("NOTIFY_SOCKET") != nullptr;
 }
 
 void tellReady(const std::string& status) {

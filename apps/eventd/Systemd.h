@@ -16,6 +16,9 @@ namespace EventApps::Systemd {
 // whoever takes it. Throws Failure when they cannot be told.
 std::vector<int> takeSockets();
 
+// Whether it is told anything.
+bool hasManager();
+
 void tellReady(const std::string& status);
 void tellReloading();
 void tellStopping();

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/common/Failure.h"
 #include "apps/eventd/Configuration.h"
 #include "apps/eventd/Daemon.h"
 #include "apps/eventd/Journal.h"
@@ -36,6 +37,7 @@ enum ExitStatus : int {
 struct Options {
   std::string home;
   std::string configuration;
+  std::string listen;
   bool checkOnly = false;
 };
 
@@ -59,6 +61,8 @@ void define(CLI::App& app, Options& options) {
   app.add_option("--home", options.home, "directory of configuration and data")->type_name("DIR");
   app.add_option("--config", options.configuration, "instead of HOME/eventd.ini")
       ->type_name("FILE");
+  app.add_option("--listen", options.listen, "TCP address to listen at, as 127.0.0.1:8780")
+      ->type_name("HOST:PORT");
   app.add_flag("--check-config", options.checkOnly,
                "read the configuration, say what is wrong with it, and exit");
   app.footer(
@@ -96,10 +100,18 @@ struct Setup {
   std::filesystem::path log;
 };
 
+void listenAt(const std::string& address, Configuration& configuration) {
+  configuration.tcp.listen = parseListenAddress(address);
+  if (configuration.tcp.listen) return;
+  throw Failure("--listen: '" + address +
+                "' is not an address and a port, as 127.0.0.1:8780 or [::1]:8780");
+}
+
 Setup setUp(const Options& options, bool hasSockets) {
   Setup setup;
   Configuration& configuration = setup.configuration;
   configuration = loadConfiguration(homeOf(options), options.configuration);
+  if (!options.listen.empty()) listenAt(options.listen, configuration);
   requireSafe(configuration, TokenFile::load(configuration.tokensFile));
   requireSomewhere(configuration, hasSockets);
   const auto& tls = configuration.tls;
@@ -110,12 +122,22 @@ Setup setUp(const Options& options, bool hasSockets) {
   return setup;
 }
 
+// To whoever started it: the service manager's journal, or the person at the terminal.
+void announce(const std::string& message, const Journal& journal) {
+  if (journal.isThere()) {
+    journal.tell(EventSystemHost::LogLevel::kInfo, message);
+  } else if (!Systemd::hasManager()) {
+    complain(message);
+  }
+}
+
 int run(const Setup& setup, const std::vector<int>& sockets) {
   const Signals signals;
   const Journal journal(setup.log);
   Daemon daemon(setup.configuration, setup.host, sockets);
-  journal.tell(EventSystemHost::LogLevel::kInfo,
-               "listens on " + daemon.addresses() + "; requests are in " + setup.log.string());
+  announce("listens on " + daemon.addresses() + "; the log is " +
+               (setup.log == "-" ? "here" : setup.log.string()),
+           journal);
   serve(daemon, signals);
   return kDone;
 }

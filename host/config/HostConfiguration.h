@@ -53,7 +53,7 @@ struct HostConfiguration {
   Durability durability = Durability::kStrict;  // "durability": strict, group or relaxed
 
   // [log]
-  LogLevel logLevel = LogLevel::kInfo;  // "level": off, error, warning, info or trace
+  LogLevel logLevel = LogLevel::kWarning;  // "level": off, error, warning, info or trace
   std::filesystem::path
       logFile;  // "file", "-" for standard error; default home/log/eventsystem.log
   LogFormat logFormat = LogFormat::kText;  // "format": text or json

@@ -52,7 +52,7 @@ TEST_F(Configuration, NeedsNoFile) {
   EXPECT_EQ(configuration.databaseFile, home() / "events.db");
   EXPECT_EQ(configuration.databaseDirectory, home());
   EXPECT_EQ(configuration.durability, Durability::kStrict);
-  EXPECT_EQ(configuration.logLevel, LogLevel::kInfo);
+  EXPECT_EQ(configuration.logLevel, LogLevel::kWarning);
   EXPECT_EQ(configuration.logFile, home() / "log" / "eventsystem.log");
   EXPECT_EQ(configuration.logMaxBytes, 10U << 20);
   EXPECT_EQ(configuration.logMaxFiles, 5U);

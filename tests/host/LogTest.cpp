@@ -29,7 +29,7 @@ class Log : public HostTest {
 };
 
 TEST_F(Log, LineHasTimeLevelCodeAndText) {
-  startWith("");
+  startWith("level = info\n");
   EXPECT_EQ(ErrorA(4, "%s read event %lu", "here", 7UL), 4);
   EXPECT_EQ(WarningA(50, "limit"), 50);
   EXPECT_EQ(InfoA(-1, "missing"), -1);
@@ -41,13 +41,13 @@ TEST_F(Log, LineHasTimeLevelCodeAndText) {
 }
 
 TEST_F(Log, OneCallIsOneLineWhateverTheTextHolds) {
-  startWith("");
+  startWith("level = info\n");
   ErrorA(4, "a\nb\rc\td\x1b[31m\x7f");
   EXPECT_NE(log().find("error 4 a\\nb\\rc\\td\\x1b[31m\\x7f\n"), std::string::npos) << log();
 }
 
 TEST_F(Log, KeepsALongLineWhole) {
-  startWith("");
+  startWith("level = info\n");
   const std::string text(5000, 'x');
   ErrorA(4, "%s!", text.c_str());
   EXPECT_NE(log().find(text + "!\n"), std::string::npos);
@@ -112,7 +112,7 @@ TEST_F(Log, DoesNotLookAtTheArgumentsOfALevelThatIsOff) {
 }
 
 TEST_F(Log, FlushesWarningsAtOnce) {
-  startWith("");
+  startWith("level = info\n");
   InfoA(0, "first");
   WarningA(2, "second");
   EXPECT_NE(log().find("info 0 first"), std::string::npos) << log();
@@ -120,7 +120,7 @@ TEST_F(Log, FlushesWarningsAtOnce) {
 }
 
 TEST_F(Log, RotatesAndKeepsTheNumberOfFilesAskedFor) {
-  startWith("max_bytes = 1024\nmax_files = 3\n");
+  startWith("level = info\nmax_bytes = 1024\nmax_files = 3\n");
   for (int i = 0; i < 100; ++i) WarningA(2, "line %d %s", i, std::string(80, '-').c_str());
   stop();
   int files = 0;
@@ -133,7 +133,7 @@ TEST_F(Log, RotatesAndKeepsTheNumberOfFilesAskedFor) {
 }
 
 TEST_F(Log, IsJsonWhenAsked) {
-  startWith("format = json\n");
+  startWith("level = info\nformat = json\n");
   EXPECT_EQ(ErrorA(4, "%s \"read\" event %lu", "here", 7UL), 4);
   InfoA(-1, "a\\b\n\tc\x01\x7f \xc3\xa4 \xf0\x9f\x98\x80");
   stop();
@@ -148,7 +148,7 @@ TEST_F(Log, IsJsonWhenAsked) {
 
 // What is no UTF-8 would make the line unreadable for those who read it as JSON.
 TEST_F(Log, AsJsonIsUtf8WhateverTheTextHolds) {
-  startWith("format = json\n");
+  startWith("level = info\nformat = json\n");
   const std::string replacement = "\xef\xbf\xbd";
   for (const char* text : {"<\xff>", "<\x80>", "<\xc0>", "<\xf5>"}) InfoA(0, "%s", text);
   for (const char* text : {"<\xc3>", "<\xe2\x82>", "<\xed\xa0\x80>"}) InfoA(0, "%s", text);
@@ -165,7 +165,7 @@ TEST_F(Log, AsJsonIsUtf8WhateverTheTextHolds) {
 }
 
 TEST_F(Log, AsJsonDoesNotOutliveItsHost) {
-  startWith("format = json\n");
+  startWith("level = info\nformat = json\n");
   stop();
   testing::internal::CaptureStderr();
   WarningA(2, "after");
@@ -173,7 +173,7 @@ TEST_F(Log, AsJsonDoesNotOutliveItsHost) {
 }
 
 TEST_F(Log, IsThereForOthersOnceFlushed) {
-  startWith("");
+  startWith("level = info\n");
   InfoA(0, "patience");
   EXPECT_EQ(log().find("patience"), std::string::npos);
   EventSystemHost::flushLog();
@@ -182,7 +182,7 @@ TEST_F(Log, IsThereForOthersOnceFlushed) {
 
 TEST_F(Log, IsPrivateWhateverTheUmaskIs) {
   const mode_t before = umask(0);
-  startWith("max_bytes = 1024\nmax_files = 3\n");
+  startWith("level = info\nmax_bytes = 1024\nmax_files = 3\n");
   for (int i = 0; i < 50; ++i) WarningA(2, "line %d %s", i, std::string(80, '-').c_str());
   stop();
   umask(before);
@@ -197,7 +197,7 @@ TEST_F(Log, IsPrivateWhateverTheUmaskIs) {
 
 TEST_F(Log, GoesToStandardErrorWhenTheFileIsADash) {
   testing::internal::CaptureStderr();
-  startWith("file = -\n");
+  startWith("level = info\nfile = -\n");
   InfoA(0, "to standard error");
   stop();
   const std::string output = testing::internal::GetCapturedStderr();

@@ -38,10 +38,10 @@ furnish() {
 
 # serve BIN HOME: returns when an eventd serves that home. Sets url, admin and read (tokens).
 serve() {
-  local bin=$1 home=$2 pid port= log=$2/log/eventsystem.log
+  local bin=$1 home=$2 pid port= log=$2/stderr
   admin=$("$bin/eventctl" --home "$home" token add operator --role admin)
   read=$("$bin/eventctl" --home "$home" token add dashboard --role read)
-  "$bin/eventd" --home "$home" &
+  "$bin/eventd" --home "$home" 2>"$log" &
   pid=$!
   daemons+=("$pid")
   until [ -n "$port" ]; do

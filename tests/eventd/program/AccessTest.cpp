@@ -241,6 +241,7 @@ TEST_F(Access, ToTheSocketFileIsAsConfigured) {
 
 TEST_F(Access, IsInTheLogWithoutQueryAndToken) {
   const std::string token = makeToken("one", Role::kRead);
+  write("host.ini", "[log]\nlevel = info\n");
   start();
   requestTcp({.path = "/v1/queues/0/events?limit=471", .token = token});
   stop();
@@ -251,6 +252,7 @@ TEST_F(Access, IsInTheLogWithoutQueryAndToken) {
 
 TEST_F(Access, IsInTheLogInLinesThatNobodyCanForge) {
   write("eventd.ini", "");
+  write("host.ini", "[log]\nlevel = info\n");
   start();
   get("/%20200%205%20bytes%c2%9b31m");
   stop();

@@ -171,6 +171,7 @@ TEST_F(Events, AreRefusedInABodyThatIsNone) {
 
 // Whoever sends megabytes is not sent them back, nor do they fill the log.
 TEST_F(Events, ThatAreWrongAndLongAreNotRepeated) {
+  write("host.ini", "[log]\nlevel = info\n");
   start();
   const std::string much(1u << 20, 'x');
   const std::vector<std::pair<std::string, std::string>> bodies = {

@@ -21,6 +21,7 @@ namespace {
 
 using ::testing::HasSubstr;
 using ::testing::Not;
+using ::testing::SizeIs;
 
 class Lifecycle : public DaemonHome {
  protected:
@@ -162,6 +163,7 @@ TEST_F(Lifecycle, IsTheOnlyOneOfItsHome) {
 }
 
 TEST_F(Lifecycle, StopsInGoodOrder) {
+  write("host.ini", "[log]\nlevel = info\n");
   start();
   add("kept");
   EXPECT_EQ(notifications().next(0), "");
@@ -205,6 +207,7 @@ TEST_F(Lifecycle, TellsTheServiceManagerThatItIsAlive) {
 
 TEST_F(Lifecycle, TellsTheJournalWhatSomebodyShouldLookAt) {
   write("OrbCentral.ini", "[events]\ncount_limit = 1\n");
+  write("host.ini", "[log]\nlevel = info\n");
   startUnderAJournal();
   EXPECT_TRUE(program().waitForError("<6>listens on " + socket().string()));
   add("fits");
@@ -216,8 +219,40 @@ TEST_F(Lifecycle, TellsTheJournalWhatSomebodyShouldLookAt) {
   EXPECT_THAT(log(), HasSubstr("POST"));
 }
 
+TEST_F(Lifecycle, SaysWhereItListensWhereNoServiceManagerDoes) {
+  Program daemon({"--home", home().string()});
+  ASSERT_TRUE(daemon.waitForError("eventd: listens on " + socket().string() + "; "));
+  daemon.signal(SIGTERM);
+  const Outcome outcome = daemon.wait();
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(linesOf(outcome.err), SizeIs(1)) << outcome.err;
+}
+
+TEST_F(Lifecycle, ListensWhereTheCommandLineSays) {
+  const Outcome refused = run({"--listen", "127.0.0.1:0"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_THAT(refused.err, HasSubstr("token add NAME"));
+  const std::string token = makeToken("one", EventApps::Role::kRead);
+  write("eventd.ini", "[tcp]\nlisten = 127.0.0.1:1\n");
+  start({"--listen", "127.0.0.1:0"});
+  EXPECT_EQ(requestTcp({.path = "/v1/queues", .token = token}).status, 200U);
+  const Outcome wrong = run({"--listen", "localhost"});
+  EXPECT_EQ(wrong.status, 2);
+  EXPECT_THAT(wrong.err, HasSubstr("--listen: 'localhost' is not"));
+}
+
+// Warnings stay to be found: they are not rotated away by what goes well.
+TEST_F(Lifecycle, LogsNothingOfWhatGoesWellUnlessAskedTo) {
+  start();
+  add("one");
+  ids();
+  EXPECT_EQ(request({.method = "DELETE", .path = "/v1/queues/0/events/1"}).status, 204U);
+  stop();
+  EXPECT_EQ(log(), "");
+}
+
 TEST_F(Lifecycle, TellsTheJournalNothingTwice) {
-  write("host.ini", "[log]\nfile = -\n");
+  write("host.ini", "[log]\nlevel = info\nfile = -\n");
   startUnderAJournal();
   add("one");
   EXPECT_TRUE(program().waitForError("POST"));
