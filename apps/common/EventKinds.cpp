@@ -247,6 +247,19 @@ const Field* findField(const EventKind& kind, std::string_view key) {
   return found == kind.fields.end() ? nullptr : &*found;
 }
 
+std::string nameOf(const Field& field) {
+  std::string name = field.option + 2;  // without its dashes
+  std::replace(name.begin(), name.end(), '-', '_');
+  return name;
+}
+
+const Field* fieldNamed(const EventKind& kind, std::string_view name) {
+  const auto found = std::find_if(kind.fields.begin(), kind.fields.end(), [&](const Field& field) {
+    return field.key == name || nameOf(field) == name;
+  });
+  return found == kind.fields.end() ? nullptr : &*found;
+}
+
 const Field* fieldOf(const EventKind* kind, const std::string& key) {
   return kind == nullptr ? nullptr : findField(*kind, key);
 }

@@ -61,6 +61,12 @@ std::string kindName(int number);
 
 const Field* findField(const EventKind& kind, std::string_view key);
 
+// What people and programs call the field: as its option, with '_' in words: "load_size", "msg".
+std::string nameOf(const Field& field);
+
+// The field that somebody who writes an event calls so, by its name or by its key.
+const Field* fieldNamed(const EventKind& kind, std::string_view name);
+
 // The same of a kind that may be null, and whether it is a text.
 const Field* fieldOf(const EventKind* kind, const std::string& key);
 bool isText(const EventKind* kind, const std::string& key);

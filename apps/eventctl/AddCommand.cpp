@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "apps/common/Display.h"
 #include "apps/common/EventKinds.h"
 #include "apps/common/EventLimits.h"
 #include "apps/common/EventView.h"
@@ -81,9 +82,43 @@ int runAdd(const GlobalOptions& options, const EventKind& kind, const FieldTexts
   return kDone;
 }
 
+// Its own, and with that the key of the event string; --version is what every program has.
+std::string optionNames(const Field& field) {
+  const std::string key = std::string("--") + field.key;
+  return key == field.option || key == "--version" ? field.option : field.option + ("," + key);
+}
+
+// "--action N --msg TEXT [--time N]"
+std::string usageOf(const EventKind& kind) {
+  std::string usage;
+  for (const Field& field : kind.fields) {
+    const bool isText = field.type == FieldType::kText;
+    const std::string option = std::string(field.option) + (isText ? " TEXT" : " N");
+    if (!usage.empty()) usage += ' ';
+    usage += field.presence == Presence::kRequired ? option : "[" + option + "]";
+  }
+  return usage;
+}
+
+std::string fieldsOfKinds() {
+  constexpr std::size_t kNameColumns = 16;
+  constexpr std::size_t kColumns = 80;
+  std::string text = "The fields of each kind:\n";
+  for (const EventKind& kind : eventKinds()) {
+    std::string before = std::string("  ") + kind.name;
+    for (const std::string& line : wrapToWidth(usageOf(kind), kColumns - kNameColumns)) {
+      before.resize(kNameColumns, ' ');
+      text += before + line + "\n";
+      before.clear();
+    }
+  }
+  text.pop_back();
+  return text;
+}
+
 void defineField(Command& command, const Field& field, const std::shared_ptr<FieldTexts>& texts) {
   command.value(
-      field.option, field.type == FieldType::kText ? "TEXT" : "N", field.help,
+      optionNames(field), field.type == FieldType::kText ? "TEXT" : "N", field.help,
       [texts, &field](const std::string& text) {
         (*texts)[field.key] = text;
         return whyNotAValue(field, text);
@@ -107,8 +142,9 @@ void defineKind(Command& add, const EventKind& kind) {
 }  // namespace
 
 void defineAdd(Command parent) {
-  Command add = parent.add("add", "put an event into a queue and print its id",
-                           "add activity --action 3 --severity 2 --msg 'disk full'");
+  Command add =
+      parent.add("add", "put an event into a queue and print its id",
+                 "add activity --action 3 --severity 2 --msg 'disk full'\n\n" + fieldsOfKinds());
   add.requireCommand();
   for (const EventKind& kind : eventKinds()) defineKind(add, kind);
 }

@@ -163,7 +163,8 @@ void Command::value(const std::string& name, const std::string& type, const std:
                     Reader read, Need need) {
   define(*m_app->add_option_function<std::string>(
              name,
-             [name, read = std::move(read)](const std::string& text) { refuse(name, read(text)); },
+             [first = name.substr(0, name.find(',')),
+              read = std::move(read)](const std::string& text) { refuse(first, read(text)); },
              help),
          type, need);
 }

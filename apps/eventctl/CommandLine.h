@@ -72,7 +72,8 @@ class Command {
   // One of the commands below must be chosen.
   void requireCommand();
 
-  // `type` as help shows the value: "FILE", or "" where the name says enough.
+  // `type` as help shows the value: "FILE", or "" where the name says enough. "--name,--other"
+  // takes two names.
   void value(const std::string& name, const std::string& type, const std::string& help, Reader read,
              Need need = Need::kOptional);
   void values(const std::string& name, const std::string& type, const std::string& help,

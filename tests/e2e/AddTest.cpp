@@ -208,6 +208,22 @@ TEST_P(Add, AsksForTheFieldThatTheIssueNeeds) {
   EXPECT_EQ(with({"--issue", "4", "--issue-duration", "9"}).status, 0);
 }
 
+TEST_P(Add, TakesTheKeysOfTheEventStringForFieldsToo) {
+  output({"add", "audit", "--action", "3", "--time", "1", "--loadSize", "7", "--AUditMSg", "x"});
+  output({"add", "audit", "--action", "3", "--time", "1", "--load-size", "7", "--msg", "x"});
+  const auto events = jsonLines(output({"list", "--json"}));
+  ASSERT_EQ(events.size(), 2u);
+  EXPECT_EQ(events[0]["fields"], events[1]["fields"]);
+  EXPECT_EQ(events[0]["fields"]["loadSize"], 7);
+}
+
+TEST_F(AddDirectly, ListsTheFieldsOfEveryKind) {
+  const std::string help = output({"add", "--help"});
+  EXPECT_THAT(help, HasSubstr("  activity      --action N [--time N] --severity N --msg TEXT\n"));
+  EXPECT_THAT(help, HasSubstr("  serverstatus  --state N --server TEXT\n"));
+  for (const std::string& line : linesOf(help)) EXPECT_LE(line.size(), 80u) << line;
+}
+
 TEST_P(Add, SaysThatTheQueueIsFull) {
   write("home/OrbCentral.ini", "[events]\ncount_limit=2\n");
   add("node1");

@@ -42,10 +42,12 @@ constexpr std::size_t kLongestField = 64;
   throw Refused(std::move(problem));
 }
 
-std::string keysOf(const EventKind& kind) {
-  std::string keys;
-  for (const Field& field : kind.fields) keys.append(keys.empty() ? "" : ", ").append(field.key);
-  return keys;
+std::string namesOf(const EventKind& kind) {
+  std::string names;
+  for (const Field& field : kind.fields) {
+    names.append(names.empty() ? "" : ", ").append(nameOf(field));
+  }
+  return names;
 }
 
 // The text of a number or a text.
@@ -63,19 +65,24 @@ std::string textOf(const Field& field, const json& value) {
          field.key);
 }
 
+std::string namesBoth(const Field& field) {
+  return nameOf(field) + " and as " + field.key;
+}
+
 FieldTexts textsOf(const EventKind& kind, const json& fields) {
   FieldTexts texts;
   for (const auto& [key, value] : fields.items()) {
-    const Field* const field = findField(kind, key);
+    const Field* const field = fieldNamed(kind, key);
     if (field == nullptr) {
       refuse(std::string("an event of kind ") + kind.name + " has no field " + quotedStart(key) +
-                 "; its fields are " + keysOf(kind),
+                 "; its fields are " + namesOf(kind),
              key);
     }
     std::string text = textOf(*field, value);
     const std::string problem = whyNotAValue(*field, text);
     if (!problem.empty()) refuse(problem, key);
-    texts[key] = std::move(text);
+    const bool isNew = texts.emplace(field->key, std::move(text)).second;
+    if (!isNew) refuse("the field is there twice, as " + namesBoth(*field) + "; keep one", key);
   }
   return texts;
 }
@@ -83,8 +90,8 @@ FieldTexts textsOf(const EventKind& kind, const json& fields) {
 void requireComplete(const EventKind& kind, const FieldTexts& texts) {
   for (const Field& field : kind.fields) {
     if (field.presence != Presence::kRequired || texts.contains(field.key)) continue;
-    refuse(std::string("an event of kind ") + kind.name + " needs the field " + field.key,
-           field.key);
+    refuse(std::string("an event of kind ") + kind.name + " needs the field " + nameOf(field),
+           nameOf(field));
   }
   const IssueFields fields = issueFields(kind, texts);
   if (fields.needed == nullptr) return;
@@ -138,7 +145,7 @@ std::unique_ptr<Event> eventOfFields(const json& object, const Destination& dest
   const EventKind& kind = kindIn(object);
   const auto fields = object.find("fields");
   if (fields == object.end() || !fields->is_object()) {
-    refuse("the event needs \"fields\", an object with the fields " + keysOf(kind), "fields");
+    refuse("the event needs \"fields\", an object with the fields " + namesOf(kind), "fields");
   }
   FieldTexts texts = textsOf(kind, *fields);
   requireComplete(kind, texts);

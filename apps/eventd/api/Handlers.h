@@ -29,6 +29,7 @@ Handler showHealth;
 Handler showReadiness;
 Handler showMetrics;
 Handler showOpenApi;
+Handler showProblem;
 
 // The console's files, for paths that are no route; 404 when there is no such file.
 void showAsset(const CallPtr& call);

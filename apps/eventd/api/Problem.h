@@ -48,6 +48,7 @@ struct ProblemText {
   const char* name;  // the end of the problem's type
   unsigned status;
   const char* title;
+  const char* explanation;  // what it means, and what to do
 };
 
 // In the order of ProblemKind.

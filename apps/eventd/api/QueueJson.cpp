@@ -30,6 +30,7 @@ const char* nameOf(FieldType type) {
 
 ordered_json jsonOf(const Field& field) {
   ordered_json object = {{"key", field.key},
+                         {"name", EventApps::nameOf(field)},
                          {"type", nameOf(field.type)},
                          {"required", field.presence == Presence::kRequired}};
   if (field.type == FieldType::kText) object["mostBytes"] = field.mostBytes;

@@ -6,7 +6,7 @@
 namespace EventApps::Api {
 namespace {
 
-constexpr std::array<Route, 18> kRoutes = {{
+constexpr std::array<Route, 19> kRoutes = {{
     {"GET", "/v1/queues", Need::kRead, listQueues},
     {"PUT", "/v1/queues/{dsid}", Need::kAdmin, addQueue},
     {"DELETE", "/v1/queues/{dsid}", Need::kAdmin, removeQueue},
@@ -25,6 +25,7 @@ constexpr std::array<Route, 18> kRoutes = {{
     {"GET", "/readyz", Need::kNothing, showReadiness, ""},
     {"GET", "/metrics", Need::kMetrics, showMetrics, ""},
     {"GET", "/openapi.json", Need::kNothing, showOpenApi, ""},
+    {"GET", "/problems/{name}", Need::kNothing, showProblem, ""},
 }};
 
 }  // namespace

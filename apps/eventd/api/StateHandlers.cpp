@@ -1,5 +1,6 @@
 // How the daemon and its queues are.
 
+#include <algorithm>
 #include <functional>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -171,6 +172,19 @@ void showMetrics(Services& services, const CallPtr& call) {
       call->answer({200, kMetricsType, services.metrics.text(snapshotOf(services, figures)), {}});
     });
   });
+}
+
+// Where the types of problems lead.
+void showProblem(Services&, const CallPtr& call) {
+  const auto texts = problemTexts();
+  const auto found = std::find_if(texts.begin(), texts.end(), [&](const ProblemText& text) {
+    return text.name == call->argument("name");
+  });
+  if (found == texts.end()) return call->fail(ProblemKind::kNotFound, "no problem has this name");
+  call->answerJson(200, {{"type", call->request().path},
+                         {"title", found->title},
+                         {"status", found->status},
+                         {"explanation", found->explanation}});
 }
 
 void showOpenApi(Services&, const CallPtr& call) {

@@ -189,6 +189,27 @@ TEST_F(Events, ThatAreWrongAndLongAreNotRepeated) {
   EXPECT_LT(log().size(), 100000U);
 }
 
+TEST_F(Events, TakeTheNamesOfFieldsAsWellAsTheirKeys) {
+  start();
+  for (const char* const fields : {R"("load_size":7,"msg":"x","record_version":2)",
+                                   R"("loadSize":7,"AUditMSg":"x","version":2)"}) {
+    const std::string body = R"({"kind":"audit","fields":{"action":3,"time":1,)";
+    EXPECT_EQ(post(kEvents, body + fields + "}}").status, 201U) << fields;
+  }
+  const json events = jsonOf(get(kEvents))["events"];
+  ASSERT_EQ(events.size(), 2U);
+  for (const json& event : events) {
+    EXPECT_EQ(event["fields"],
+              json::parse(R"({"version":2,"action":3,"time":1,"loadSize":7,"AUditMSg":"x"})"));
+  }
+  EXPECT_EQ(refusal(R"({"kind":"audit","fields":{"action":3,"msg":"x","AUditMSg":"y"}})"),
+            "422 invalid-event");
+  EXPECT_THAT(problem()["detail"].get<std::string>(),
+              HasSubstr("the field is there twice, as msg and as AUditMSg"));
+  EXPECT_EQ(refusal(R"({"kind":"audit","fields":{"action":3}})"), "422 invalid-event");
+  EXPECT_EQ(problem()["field"], "msg");
+}
+
 TEST_F(Events, AreBoundedInNumberAndBytes) {
   write("eventd.ini", "[limits]\nbatch_events = 3\nbody_bytes = 2000\n");
   start();

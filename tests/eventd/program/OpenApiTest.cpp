@@ -39,11 +39,10 @@ class OpenApi : public DaemonHome {
         const json& parameter = resolved(reference);
         if (parameter["in"] == "path") {
           const std::string name = "{" + parameter["name"].get<std::string>() + "}";
-          path.replace(path.find(name), name.size(), parameter["example"].dump());
+          path.replace(path.find(name), name.size(), textOf(parameter["example"]));
         } else if (parameter["in"] == "query" && parameter.contains("example")) {
-          const json& example = parameter["example"];
           query += (query.empty() ? "?" : "&") + parameter["name"].get<std::string>() + "=" +
-                   (example.is_string() ? example.get<std::string>() : example.dump());
+                   textOf(parameter["example"]);
         }
       }
     }
@@ -88,6 +87,10 @@ class OpenApi : public DaemonHome {
   }
 
  private:
+  static std::string textOf(const json& example) {
+    return example.is_string() ? example.get<std::string>() : example.dump();
+  }
+
   json m_description;
 };
 

@@ -8,6 +8,7 @@
 #include <sstream>
 #include <string>
 
+#include "apps/eventd/api/Problem.h"
 #include "tests/eventd/program/DaemonHome.h"
 
 namespace EventSystemTest {
@@ -68,6 +69,17 @@ TEST_F(State, TellsLimitsAndTheFieldsOfEveryKind) {
   EXPECT_EQ(server["type"], "text");
   EXPECT_EQ(server["required"], true);
   EXPECT_EQ(server["mostBytes"], 124);
+}
+
+TEST_F(State, ExplainsEveryTypeOfProblem) {
+  start();
+  for (const auto& text : EventApps::Api::problemTexts()) {
+    const json told = jsonOf(get(std::string("/problems/") + text.name));
+    EXPECT_EQ(told.value("title", ""), text.title);
+    EXPECT_EQ(told.value("status", 0U), text.status);
+    EXPECT_NE(told.value("explanation", ""), "") << text.name;
+  }
+  EXPECT_EQ(problemName(get("/problems/none-of-ours")), "not-found");
 }
 
 TEST_F(State, ChecksTheQueues) {
