@@ -128,6 +128,9 @@ class Host::Parts {
   static std::unique_ptr<WriterLock> lockDatabase(const HostConfiguration& configuration) {
     makePrivateDirectories(configuration.home);
     makePrivateDirectories(configuration.databaseFile.parent_path());
+    requireOwn(configuration.home);
+    requireOwn(configuration.databaseFile.parent_path());
+    requireOwn(configuration.databaseFile);
     return std::make_unique<WriterLock>(configuration.databaseFile);
   }
 

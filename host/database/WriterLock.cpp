@@ -29,7 +29,10 @@ std::string ownerOf(int descriptor) {
 int openExisting(const std::filesystem::path& file) {
   makePrivateFile(file);
   // A pipe that takes the file's place in this moment must not block.
-  const int descriptor = open(file.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
+  const int descriptor = open(file.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW);
+  if (descriptor < 0 && errno == ELOOP) {
+    throw HostError(file.string() + ": is a symbolic link, which is not followed here; remove it");
+  }
   if (descriptor < 0) {
     throw HostError(file.string() + ": cannot be opened: " + std::strerror(errno));
   }
