@@ -94,7 +94,7 @@ class EVENTSYSTEM_HOST_API Host {
 
   // What this process has found damaged in the database, in words for the operator; empty when
   // nothing. From then on the database takes no writes: what cannot be read, ids handed out before
-  // among it, must not be written over. Any thread.
+  // among it, must not be written over. Any thread; waits for nothing.
   std::string damage() const;
 
  private:

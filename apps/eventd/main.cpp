@@ -73,7 +73,7 @@ void serve(Daemon& daemon, const Signals& signals) {
   const auto watchdog = Systemd::watchdogInterval();
   Systemd::tellReady("listens on " + daemon.addresses());
   while (true) {
-    if (watchdog) Systemd::tellAlive();
+    if (watchdog && daemon.makesProgress()) Systemd::tellAlive();
     const auto signal = signals.wait(watchdog.value_or(kLong));
     if (!signal) continue;
     if (*signal != SIGHUP) break;

@@ -6,6 +6,7 @@
 #ifndef EVENTSYSTEM_HOST_DATABASE_DATABASE_H
 #define EVENTSYSTEM_HOST_DATABASE_DATABASE_H
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -57,7 +58,7 @@ class Database : public std::enable_shared_from_this<Database> {
   bool hasDataSelection(unsigned int dsid);
 
   // Host::damage().
-  std::string damage();
+  std::string damage() const;
 
   // Host::waitDurable().
   int waitDurable();
@@ -128,10 +129,11 @@ class Database : public std::enable_shared_from_this<Database> {
   int m_unsavedPages = 0;  // pages that must be in the WAL; 0 when the file has them all
   bool m_checkpointDue = false;
   std::uint64_t m_commits = 0;
-  std::string m_damage;          // what was found damaged; then nothing more is written
-  bool m_walSuspect = false;     // its pages must reach the file before the next write
-  bool m_lost = false;           // calls that had returned are gone
-  int m_unreported = SQLITE_OK;  // a failure that no caller has been told
+  std::string m_damage;                   // what was found damaged; then nothing more is written
+  std::atomic<bool> m_isDamaged = false;  // then m_damage stays as it is
+  bool m_walSuspect = false;              // its pages must reach the file before the next write
+  bool m_lost = false;                    // calls that had returned are gone
+  int m_unreported = SQLITE_OK;           // a failure that no caller has been told
   std::unique_ptr<Maintenance> m_maintenance;
 };
 

@@ -66,6 +66,11 @@ Library::Known& Library::known(unsigned int dsid) {
   return m_known[queue];
 }
 
+std::string Library::whyFull() const {
+  return "the queue is full: it holds as many events as " + m_queues.limitsFile() +
+         " allows; consume or delete some";
+}
+
 int Library::store(Event& event, unsigned int dsid, unsigned long& id) {
   known(dsid);
   const int result = m_queues.store(event, dsid, id);

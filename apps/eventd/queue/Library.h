@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <set>
+#include <string>
 #include <vector>
 
 #include "apps/common/HostQueues.h"
@@ -38,6 +39,9 @@ class Library {
 
   HostQueues& queues() { return m_queues; }
   bool isClustered() const { return m_queues.isClustered(); }
+
+  // What result 50 means.
+  std::string whyFull() const;
 
   // 0 and the event's id, or the manager's result. Throws Failure, as all below, when a queue
   // cannot be read.

@@ -24,6 +24,7 @@ void RemoveTask::remove(unsigned long id) {
   if (!m_core.library.has(id, m_dsid)) return;
   m_core.keys.beforeRemoval(queueOf(m_dsid), id);
   m_core.library.remove(id, m_dsid);
+  if (isGlobalQueue(m_dsid)) m_core.health.worked(Health::Matter::kFullQueue);
   m_removed.emplace_back(queueOf(m_dsid), id);
   ++m_result.deleted;
   m_result.last = id;

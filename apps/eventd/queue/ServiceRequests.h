@@ -92,10 +92,14 @@ struct FiguresSnapshot {
 };
 using FiguresPtr = std::shared_ptr<const FiguresSnapshot>;
 
-// Whether queues can be read and written, and if not why, in words for the operator.
+// Whether queues can be read, and events be deleted; whether they take events; and if not why, in
+// words for the operator.
 struct Readiness {
-  bool ready = false;
+  bool reads = false;
+  bool writes = false;
   std::string why;
+
+  bool ready() const { return reads && writes; }
 };
 
 struct LastCheck {

@@ -80,6 +80,7 @@ bool StoreTask::storeNext() {
   m_result.ids.push_back(id);
   ++m_next;
   m_core.health.worked(Health::Matter::kStore);
+  if (isGlobalQueue(m_dsid)) m_core.health.worked(Health::Matter::kFullQueue);
   if (m_request != nullptr) m_core.keys.confirm(*m_request, id);
   return true;
 }
@@ -94,9 +95,8 @@ bool StoreTask::refuse(int code, const char* why, const std::string& problem) {
 void StoreTask::notStored(int code) {
   HostQueues& queues = m_core.library.queues();
   if (code == EventSystem::kStorageLimits) {
-    refuse(code, "full",
-           "the queue is full: it holds as many events as " + queues.limitsFile() +
-               " allows; consume or delete some");
+    refuse(code, "full", m_core.library.whyFull());
+    m_core.health.failed(Health::Matter::kFullQueue, m_result.problem);
   } else {
     refuse(code, "failed",
            "event " + std::to_string(m_next) + " of the request could not be stored (result " +

@@ -7,6 +7,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 #include "apps/eventd/Daemon.h"
 #include "tests/eventd/http/RawClient.h"
@@ -108,6 +109,29 @@ TEST_F(FailingDisk, ThatFailsOneEventInStrictModeStoresNothing) {
   FaultVfs::failFlush(1);
   EXPECT_EQ(problemIn(post(), 500, "store-failed")["ids"], json::array());
   EXPECT_EQ(events(), 1U);
+}
+
+// A flush that hangs in a commit holds the database.
+TEST_F(FailingDisk, ThatHangsKeepsNobodyFromHearingThatTheProcessServes) {
+  start("strict");
+  FaultVfs::holdFlushes();
+  const auto sent = [this](const std::string& request) {
+    auto client = std::make_unique<RawClient>(home() / "eventd.sock");
+    client->send(request);
+    return client;
+  };
+  const std::string body = kEvent;
+  const auto stored = sent("POST " + std::string(kEvents) +
+                           " HTTP/1.1\r\nHost: test\r\nContent-Type: application/json\r\n"
+                           "Content-Length: " +
+                           std::to_string(body.size()) + "\r\n\r\n" + body);
+  FaultVfs::waitForHeldFlush();
+  std::vector<std::unique_ptr<RawClient>> asking;
+  for (int i = 0; i < 16; ++i) asking.push_back(sent("GET /readyz HTTP/1.1\r\nHost: test\r\n\r\n"));
+  for (int i = 0; i < 16; ++i) EXPECT_EQ(get("/healthz").status, 200U);
+  FaultVfs::letFlushesGo();
+  EXPECT_EQ(stored->reply().status, 201U);
+  for (const auto& client : asking) client->reply();
 }
 
 TEST_F(FailingDisk, ThatIsFullStoresNothingAndIsReadOn) {
