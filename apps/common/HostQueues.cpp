@@ -16,6 +16,11 @@ void requireDataSelection(unsigned int dsid) {
   throw Failure(noSuchSelection(dsid));
 }
 
+void requireNoDamage(const EventSystemHost::Host& host) {
+  const std::string damage = host.damage();
+  if (!damage.empty()) throw Failure(damage);
+}
+
 int HostQueues::store(EventSystem::Event& event, unsigned int dsid, unsigned long& id) {
   const int result = m_manager.newEvent(&event, dsid);
   if (result == 0) id = isClustered() ? m_host->lastClusterCall().newId : event.getId();

@@ -101,6 +101,7 @@ class Library {
   void note(unsigned int dsid, EventPtr event);
   bool walkDatabase(unsigned int dsid, unsigned long after, const std::set<int>& types,
                     const Visit& visit);
+  std::unique_ptr<EventSystem::Event> nextInDatabase(unsigned long after, unsigned int dsid);
   bool walkService(unsigned int dsid, unsigned long after, const std::set<int>& types,
                    const Visit& visit);
   EventPtr publishedOf(EventSystem::Event& event, unsigned int dsid, unsigned long id) const;

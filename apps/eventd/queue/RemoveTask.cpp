@@ -61,6 +61,7 @@ std::vector<unsigned long> idsUpTo(EventSystemHost::Host& host, unsigned int dsi
   };
   if (host.cluster() == nullptr) {
     DatabaseQueueReader().forEachId(dsid, [&](unsigned int, unsigned long id) { return take(id); });
+    requireNoDamage(host);
   } else {
     readerOf(host)->forEach(queueOf(dsid), 0,
                             [&](const EventView& event) { return take(event.id); });
