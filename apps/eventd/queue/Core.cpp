@@ -10,8 +10,7 @@ namespace EventApps {
 namespace {
 
 constexpr unsigned int kSelectionOfProbe = 1;
-constexpr int kDatabaseGone = 14;  // as the database calls a file that is not there
-constexpr std::chrono::seconds kProbeInterval(1);
+constexpr int kFileGone = 14;  // as the database calls a file that is not there
 
 }  // namespace
 
@@ -28,6 +27,7 @@ Core::Core(EventSystemHost::Host& theHost, const ServiceLimits& theLimits,
       shortReads(theLimits.shortReads),
       longReads(theLimits.longReads),
       databasePlace(theHost.configuration().databaseFile),
+      logPlace(theHost.configuration().databaseFile.string() + "-wal"),
       flusher([this] { return flush(); },
               [this, observer](int status, double seconds) {
                 tally.note([&](ServiceCounters& all) {
@@ -69,8 +69,8 @@ Core::~Core() {
 
 int Core::flush() const {
   const int status = host.waitDurable();
-  const bool isSafe = status != 0 || host.cluster() != nullptr || databasePlace.isKept();
-  return isSafe ? status : kDatabaseGone;
+  if (status != 0 || host.cluster() != nullptr) return status;
+  return databasePlace.isKept() && logPlace.isKept() ? 0 : kFileGone;
 }
 
 void Core::run(TaskPtr task) {
@@ -120,16 +120,17 @@ void Core::flushFailed(int status) {
 }
 
 std::string Core::flushProblem(int status) const {
-  if (status == kDatabaseGone) {
-    return host.configuration().databaseFile.string() +
-           ": the file was removed or replaced while it is in use; what was just done is lost when "
-           "this process ends. Put it back where it was, or stop the daemon and put a backup there "
-           "with eventctl restore";
+  if (status == kFileGone) {
+    const bool isLog = databasePlace.isKept();
+    return (isLog ? logPlace : databasePlace).file().string() +
+           ": the file was removed or replaced while it is in use; what is only in it is lost when "
+           "this process is killed. Put it back where it was, or stop the daemon " +
+           (isLog ? "with SIGTERM, which copies what it has into the database"
+                  : "and put a backup there with eventctl restore");
   }
-  const std::string lack = host.lackOfSpace();
   return host.configuration().databaseFile.string() + ": a flush failed (status " +
-         std::to_string(status) + "); what was just done may not survive power loss; " +
-         (lack.empty() ? "the log says why" : lack);
+         std::to_string(status) +
+         "); what was just done may not survive power loss; the log says why";
 }
 
 void Core::keepLooking() {

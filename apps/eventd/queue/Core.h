@@ -77,6 +77,7 @@ class Core {
   Turns longReads;
 
   const FilePlace databasePlace;
+  const FilePlace logPlace;  // of the database, with what it does not have yet
   Flusher flusher;
 
   // Of the queue thread.

@@ -140,6 +140,30 @@ TEST_F(Flush, ToADatabaseThatWasRemovedFails) {
   EXPECT_EQ(resultOf(kept).code, 0);
 }
 
+TEST_F(Flush, ToALogThatWasRemovedFails) {
+  start();
+  storeOne();
+  const std::filesystem::path log = database().string() + "-wal";
+  const auto elsewhere = home() / "moved-wal";
+  std::filesystem::rename(log, elsewhere);
+  const StoreResult lost = store(eventsOf({"a"}));
+  EXPECT_EQ(lost.code, EventSystem::kStoreFailure);
+  EXPECT_THAT(lost.problem, HasSubstr(log.string() + ": the file was removed"));
+  EXPECT_FALSE(readiness().ready());
+  std::filesystem::rename(elsewhere, log);
+  EXPECT_TRUE(eventually([&] { return readiness().ready(); }));
+  EXPECT_EQ(store(eventsOf({"b"})).code, 0);
+}
+
+TEST_F(Flush, ToALogThatWasRemovedLosesNothingWhenTheServiceIsStopped) {
+  start();
+  const unsigned long id = storeOne();
+  std::filesystem::remove(database().string() + "-wal");
+  EXPECT_EQ(store(eventsOf({"a"})).code, EventSystem::kStoreFailure);
+  start();
+  EXPECT_EQ(idsAfter(0).front(), id);
+}
+
 TEST_F(Flush, ThatFailedOnceLeavesNobodyBehind) {
   for (const char* const durability : {"group", "relaxed"}) {
     useDurability(durability);
