@@ -67,8 +67,12 @@ Destination HostQueues::destination(unsigned int dsid) const {
 }
 
 std::string HostQueues::whyFailed() const {
-  const std::string reason = isClustered() ? m_host->lastClusterCall().failure : "";
-  return reason.empty() ? seeLog() : reason + "; " + kClusterAdvice;
+  if (isClustered()) {
+    const std::string reason = m_host->lastClusterCall().failure;
+    return reason.empty() ? seeLog() : reason + "; " + kClusterAdvice;
+  }
+  const std::string lack = m_host->lackOfSpace();
+  return lack.empty() ? seeLog() : lack;
 }
 
 std::string HostQueues::limitsFile() const {

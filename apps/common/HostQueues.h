@@ -53,7 +53,8 @@ class HostQueues {
   // Where the next event of a queue is likely to go.
   Destination destination(unsigned int dsid) const;
 
-  // Why the last call of the manager failed: what the cluster service said, or where the log is.
+  // Why the last call of the manager failed: what the cluster service said, that the disk is full,
+  // or where the log is.
   std::string whyFailed() const;
 
   std::string limitsFile() const;

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <clocale>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -32,6 +33,9 @@ enum ExitStatus : int {
   kFailed = 1,
   kUsage = 2  // a command line or a configuration that is wrong stays so: do not start again
 };
+
+// What the log of the database takes before its pages are copied, and as much again for the copy.
+constexpr std::uintmax_t kReserveBytes = 8u << 20;
 
 struct Options {
   std::string home;
@@ -106,6 +110,7 @@ Setup setUp(const Options& options, bool hasSockets) {
   if (tls.listen) Http::loadTlsContext({tls.certificateFile, tls.keyFile, tls.clientAuthority});
   setup.host.home = configuration.home;
   setup.host.durability = EventSystemHost::Durability::kGroup;
+  setup.host.reserveBytes = kReserveBytes;
   setup.log = EventSystemHost::effectiveConfiguration(setup.host).logFile;
   return setup;
 }

@@ -70,7 +70,7 @@ void requireDistinctFiles(const HostConfiguration& configuration) {
   uses.add(configuration.limitsFile, {"OrbCentral.ini", ""});
   const std::string database = "[database] file";
   uses.add(configuration.databaseFile, {"the database", database});
-  for (const char* suffix : {"-wal", "-shm", "-journal", ".lock"}) {
+  for (const char* suffix : {"-wal", "-shm", "-journal", ".lock", ".reserve"}) {
     uses.add(configuration.databaseFile.string() + suffix,
              {std::string("the database's ") + suffix + " file", database});
   }

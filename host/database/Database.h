@@ -18,6 +18,7 @@
 #include "host/database/Catalogue.h"
 #include "host/database/Maintenance.h"
 #include "host/database/ReaderPool.h"
+#include "host/database/SpaceReserve.h"
 #include "host/database/WalSync.h"
 #include "host/database/Walk.h"
 #include "host/database/Work.h"
@@ -60,6 +61,9 @@ class Database : public std::enable_shared_from_this<Database> {
   // Host::damage().
   std::string damage() const;
 
+  // Host::lackOfSpace().
+  std::string lackOfSpace() const;
+
   // Host::waitDurable().
   int waitDurable();
 
@@ -79,6 +83,16 @@ class Database : public std::enable_shared_from_this<Database> {
   // throws becomes a status and a log line.
   int call(Use use, const Task& task, const Work& body);
   int ready(Use use, Lock& lock);
+
+  // Throws when the disk has no room for what is about to be added.
+  void requireRoom();
+
+  // Gives up what is kept back for deleting, when it is needed; false when there is nothing.
+  bool makeRoom();
+
+  // Runs `body`, which adds or changes a row of the table.
+  int writeRow(const TableDefinition& definition, Writer::Kind kind, const Task& task,
+               const Work& body);
 
   // Runs `body` as one write.
   int write(Writer::Commit when, Writer::Kind kind, const Task& task, const Work& body);
@@ -120,6 +134,8 @@ class Database : public std::enable_shared_from_this<Database> {
   bool m_readOnly = false;
   std::optional<Catalogue> m_catalogue;
   ReaderPool m_pool;
+  SpaceReserve m_reserve;
+  std::atomic<bool> m_lacksSpace = false;
   std::set<Walk*> m_walks;
   WalSync m_sync;
 

@@ -12,7 +12,7 @@ namespace {
 
 using enum ProblemKind;
 
-constexpr std::array<ProblemText, 23> kTexts = {{
+constexpr std::array<ProblemText, 24> kTexts = {{
     {kBadRequest, "bad-request", 400, "The request is wrong"},
     {kUnauthorized, "unauthorized", 401, "Who is asking is not known"},
     {kForbidden, "forbidden", 403, "The role does not allow this"},
@@ -36,6 +36,7 @@ constexpr std::array<ProblemText, 23> kTexts = {{
     {kVersionNotSupported, "version-not-supported", 505, "This version of HTTP is not spoken"},
     {kQueueFull, "queue-full", 507, "The queue is full"},
     {kUnknownDataSelection, "unknown-data-selection", 404, "There is no such data selection"},
+    {kDiskFull, "disk-full", 507, "The disk is full"},
 }};
 
 const ProblemText& textOf(ProblemKind kind) {

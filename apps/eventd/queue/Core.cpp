@@ -128,9 +128,10 @@ std::string Core::flushProblem(int status) const {
            (isLog ? "with SIGTERM, which copies what it has into the database"
                   : "and put a backup there with eventctl restore");
   }
+  const std::string lack = host.lackOfSpace();
   return host.configuration().databaseFile.string() + ": a flush failed (status " +
-         std::to_string(status) +
-         "); what was just done may not survive power loss; the log says why";
+         std::to_string(status) + "); what was just done may not survive power loss; " +
+         (lack.empty() ? "the log says why" : lack);
 }
 
 void Core::keepLooking() {

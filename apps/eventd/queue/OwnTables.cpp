@@ -53,8 +53,10 @@ OrbDB::CTable openTable(const EventSystemHost::Host& host, const char* name) {
   if (database.CheckAddTable(name, file.c_str()) == 0) {
     if (const OrbDB::CTable* const table = database.GetTable(name)) return *table;
   }
+  const std::string lack = host.lackOfSpace();
   throw Failure(configuration.databaseFile.string() + ": the table " + name +
-                " cannot be created as " + file.string() + " defines it; the log says why");
+                " cannot be created as " + file.string() + " defines it; " +
+                (lack.empty() ? "the log says why" : lack));
 }
 
 }  // namespace
@@ -72,9 +74,11 @@ void WriteProbe::write() {
                          ? m_table->updateRecord(kProbeRow, ("text=" + text).c_str())
                          : m_table->addRecord(("1," + text).c_str(), nullptr, 0);
   if (status < 1) return;
-  throw Failure(m_host.configuration().databaseFile.string() +
-                ": cannot be written (database status " + std::to_string(status) +
-                "); the log says why");
+  const std::string lack = m_host.lackOfSpace();
+  throw Failure(lack.empty() ? m_host.configuration().databaseFile.string() +
+                                   ": cannot be written (database status " +
+                                   std::to_string(status) + "); the log says why"
+                             : lack);
 }
 
 }  // namespace EventApps

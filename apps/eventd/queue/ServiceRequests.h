@@ -36,6 +36,7 @@ struct StoreResult {
   std::string problem;
   bool replayed = false;     // nothing was stored: the key was known, and these are its ids
   bool keyMismatch = false;  // the key was used with another body; nothing was stored
+  bool diskFull = false;     // the reason for 4
   bool unsettled = false;    // a flush failed: nobody knows which are stored, and `ids` is empty
 };
 
