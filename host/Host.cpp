@@ -128,6 +128,9 @@ class Host::Parts {
   static std::unique_ptr<WriterLock> lockDatabase(const HostConfiguration& configuration) {
     makePrivateDirectories(configuration.home);
     makePrivateDirectories(configuration.databaseFile.parent_path());
+    requireOwn(configuration.home);
+    requireOwn(configuration.databaseFile.parent_path());
+    requireOwn(configuration.databaseFile);
     return std::make_unique<WriterLock>(configuration.databaseFile);
   }
 
@@ -159,6 +162,7 @@ HostConfiguration effectiveConfiguration(const HostOptions& options) {
     configuration.logFile = "-";
     configuration.logLevel = std::min(configuration.logLevel, LogLevel::kWarning);
   }
+  configuration.reserveBytes = options.reserveBytes;
   if (options.logLevel) configuration.logLevel = *options.logLevel;
   if (options.logFile) configuration.logFile = *options.logFile;
   configuration.databaseFile = locateDatabase(configuration.databaseFile);
@@ -193,6 +197,11 @@ const HostConfiguration& Host::configuration() const {
 std::string Host::damage() const {
   Database* const database = m_parts->database();
   return database == nullptr ? "" : database->damage();
+}
+
+std::string Host::lackOfSpace() const {
+  Database* const database = m_parts->database();
+  return database == nullptr ? "" : database->lackOfSpace();
 }
 
 // What a call at the cluster service has done is durable when the call returns.

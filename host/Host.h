@@ -9,6 +9,7 @@
 #ifndef EVENTSYSTEM_HOST_HOST_H
 #define EVENTSYSTEM_HOST_HOST_H
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -54,6 +55,9 @@ struct HostOptions {
   std::optional<std::filesystem::path> logFile;  // "-" is standard error
   // In force unless [database] of host.ini says another.
   Durability durability = Durability::kStrict;
+  // How many bytes the only writer keeps back on the database's disk, for deleting events when it
+  // is full.
+  std::uintmax_t reserveBytes = 0;
 };
 
 // $XDG_STATE_HOME/eventsystem, or ~/.local/state/eventsystem where that is not set.
@@ -94,8 +98,13 @@ class EVENTSYSTEM_HOST_API Host {
 
   // What this process has found damaged in the database, in words for the operator; empty when
   // nothing. From then on the database takes no writes: what cannot be read, ids handed out before
-  // among it, must not be written over. Any thread.
+  // among it, must not be written over. Any thread; waits for nothing.
   std::string damage() const;
+
+  // Why the database takes no more rows, when its last one did not fit on the disk, in words for
+  // the operator; empty when it did. Reading goes on, and deleting for as long as what is kept back
+  // lasts. Any thread.
+  std::string lackOfSpace() const;
 
  private:
   class Parts;  // what it has open

@@ -101,8 +101,9 @@ void addDataSelection(Host& host, const DataSelection& selection) {
       id + "," + std::to_string(selection.type) + "," + quoted(selection.name);
   const int status = table.addRecord(record.c_str(), nullptr, 0);
   if (status >= 1) {
+    const std::string lack = host.lackOfSpace();
     throw Failure("data selection " + id + " could not be added (database status " +
-                  std::to_string(status) + ")");
+                  std::to_string(status) + ")" + (lack.empty() ? "" : "; " + lack));
   }
   makeDurable(host);
 }

@@ -16,6 +16,11 @@ void requireDataSelection(unsigned int dsid) {
   throw Failure(noSuchSelection(dsid));
 }
 
+void requireNoDamage(const EventSystemHost::Host& host) {
+  const std::string damage = host.damage();
+  if (!damage.empty()) throw Failure(damage);
+}
+
 int HostQueues::store(EventSystem::Event& event, unsigned int dsid, unsigned long& id) {
   const int result = m_manager.newEvent(&event, dsid);
   if (result == 0) id = isClustered() ? m_host->lastClusterCall().newId : event.getId();
@@ -62,8 +67,12 @@ Destination HostQueues::destination(unsigned int dsid) const {
 }
 
 std::string HostQueues::whyFailed() const {
-  const std::string reason = isClustered() ? m_host->lastClusterCall().failure : "";
-  return reason.empty() ? seeLog() : reason + "; " + kClusterAdvice;
+  if (isClustered()) {
+    const std::string reason = m_host->lastClusterCall().failure;
+    return reason.empty() ? seeLog() : reason + "; " + kClusterAdvice;
+  }
+  const std::string lack = m_host->lackOfSpace();
+  return lack.empty() ? seeLog() : lack;
 }
 
 std::string HostQueues::limitsFile() const {

@@ -18,6 +18,10 @@ namespace EventApps {
 // running host.
 void requireDataSelection(unsigned int dsid);
 
+// Throws Failure when a part of the database could not be read: what an answer lacks may be on that
+// part. To be called after the reading that the answer rests on.
+void requireNoDamage(const EventSystemHost::Host& host);
+
 // In the database this process is their only writer for as long as the host lives.
 class HostQueues {
  public:
@@ -49,7 +53,8 @@ class HostQueues {
   // Where the next event of a queue is likely to go.
   Destination destination(unsigned int dsid) const;
 
-  // Why the last call of the manager failed: what the cluster service said, or where the log is.
+  // Why the last call of the manager failed: what the cluster service said, that the disk is full,
+  // or where the log is.
   std::string whyFailed() const;
 
   std::string limitsFile() const;

@@ -189,7 +189,7 @@ StoreOutcome DaemonQueues::refusalOf(const DaemonProblem& problem, Events events
     outcome.reason =
         "consume or delete events, or raise count_limit in OrbCentral.ini of the "
         "daemon's home";
-  } else if (kind == "store-failed") {
+  } else if (kind == "store-failed" || kind == "disk-full") {
     if (!problem.members().contains("ids")) throw notKnown(problem);
     outcome.refusal = Refusal::kFailed;
     outcome.reason = "by the daemon: " + outcome.reason;

@@ -146,6 +146,8 @@ class Daemon::Parts {
     }
   }
 
+  bool makesProgress() { return m_queues->makesProgress(); }
+
   const std::string& addresses() const { return m_addresses; }
 
  private:
@@ -228,6 +230,10 @@ Daemon::~Daemon() = default;
 
 void Daemon::reload() {
   m_parts->reload();
+}
+
+bool Daemon::makesProgress() {
+  return m_parts->makesProgress();
 }
 
 std::string Daemon::addresses() const {

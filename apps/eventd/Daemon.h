@@ -33,6 +33,9 @@ class Daemon {
   // it was.
   void reload();
 
+  // For one thread that looks now and then: whether the queues get on with their work.
+  bool makesProgress();
+
   // Where it listens, for people.
   std::string addresses() const;
 

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <clocale>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -33,6 +34,9 @@ enum ExitStatus : int {
   kFailed = 1,
   kUsage = 2  // a command line or a configuration that is wrong stays so: do not start again
 };
+
+// What the log of the database takes before its pages are copied, and as much again for the copy.
+constexpr std::uintmax_t kReserveBytes = 8u << 20;
 
 struct Options {
   std::string home;
@@ -77,7 +81,7 @@ void serve(Daemon& daemon, const Signals& signals) {
   const auto watchdog = Systemd::watchdogInterval();
   Systemd::tellReady("listens on " + daemon.addresses());
   while (true) {
-    if (watchdog) Systemd::tellAlive();
+    if (watchdog && daemon.makesProgress()) Systemd::tellAlive();
     const auto signal = signals.wait(watchdog.value_or(kLong));
     if (!signal) continue;
     if (*signal != SIGHUP) break;
@@ -118,6 +122,7 @@ Setup setUp(const Options& options, bool hasSockets) {
   if (tls.listen) Http::loadTlsContext({tls.certificateFile, tls.keyFile, tls.clientAuthority});
   setup.host.home = configuration.home;
   setup.host.durability = EventSystemHost::Durability::kGroup;
+  setup.host.reserveBytes = kReserveBytes;
   setup.log = EventSystemHost::effectiveConfiguration(setup.host).logFile;
   return setup;
 }

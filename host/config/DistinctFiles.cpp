@@ -53,7 +53,7 @@ std::vector<Use> usesOf(const HostConfiguration& configuration) {
   add(configuration.limitsFile, "OrbCentral.ini", "");
   const std::string database = "[database] file";
   add(configuration.databaseFile, "the database", database);
-  for (const char* suffix : {"-wal", "-shm", "-journal", ".lock"}) {
+  for (const char* suffix : {"-wal", "-shm", "-journal", ".lock", ".reserve"}) {
     add(configuration.databaseFile.string() + suffix,
         std::string("the database's ") + suffix + " file", database);
   }

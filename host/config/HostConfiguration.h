@@ -51,6 +51,7 @@ struct HostConfiguration {
   std::filesystem::path databaseFile;           // "file"; default home/events.db
   std::filesystem::path databaseDirectory;      // "directory", holds orbdb.ini; default home
   Durability durability = Durability::kStrict;  // "durability": strict, group or relaxed
+  std::uintmax_t reserveBytes = 0;              // HostOptions
 
   // [log]
   LogLevel logLevel = LogLevel::kWarning;  // "level": off, error, warning, info or trace

@@ -14,12 +14,13 @@ void Database::noteDamage(int status, const char* table, const std::string& reas
              (table == nullptr ? std::string() : std::string(", table ") + table) + ": " + reason +
              " (status " + std::to_string(status) + "); nothing more is written to it. " +
              kDamageAdvice;
+  m_isDamaged = true;
   ErrorA(status, "%s", m_damage.c_str());
 }
 
-std::string Database::damage() {
-  const Lock lock(m_mutex);
-  return m_damage;
+// Without the mutex, which a call may hold for as long as the disk takes.
+std::string Database::damage() const {
+  return m_isDamaged ? m_damage : std::string();
 }
 
 }  // namespace EventSystemHost

@@ -58,6 +58,7 @@ void setCurrentDatabase(std::shared_ptr<Database> database) {
 Database::Database(const HostConfiguration& configuration)
     : m_configuration(configuration),
       m_pool(configuration.databaseFile),
+      m_reserve(configuration.databaseFile, configuration.reserveBytes),
       m_checkpointAt(kCheckpointPages) {}
 
 std::shared_ptr<Database> Database::openForWriting(const HostConfiguration& configuration) {
@@ -82,8 +83,10 @@ std::shared_ptr<Database> Database::openForWriting(const HostConfiguration& conf
   const std::string definitions = (configuration.databaseDirectory / "orbdb.ini").string();
   if (self.table("dataselection") == nullptr &&
       self.addTable("dataselection", definitions.c_str()) != 0) {
+    const std::string why = self.lackOfSpace();
     throw HostError(configuration.databaseFile.string() +
-                    ": the table dataselection cannot be created; the log says why");
+                    ": the table dataselection cannot be created; " +
+                    (why.empty() ? "the log says why" : why));
   }
   return database;
 }
@@ -220,6 +223,7 @@ int Database::addTable(const char* name, const char* iniPath) {
       if (m_catalogue->find(name, connection()) == nullptr) m_catalogue->add(definition);
       return SQLITE_OK;
     }
+    requireRoom();
     const std::uint64_t before = m_writer->commits();
     // A table is not seen without its initial rows: they are inserted by a call of their own.
     const auto when =
@@ -267,11 +271,10 @@ int Database::add(const TableDefinition& definition, const char* record, int* ke
     const auto values = parseRecord(definition, record == nullptr ? "" : record);
     Table& table = require(definition.name);
     std::int64_t number = 0;
-    const auto when = definition.deferrable ? Writer::Commit::kWithNextWrite : Writer::Commit::kNow;
     // The number that the table gives may be refused after the insert.
     const auto kind =
         definition.keyColumn().automatic ? Writer::Kind::kAny : Writer::Kind::kOneStatement;
-    const int status = write(when, kind, task, [&] {
+    const int status = writeRow(definition, kind, task, [&] {
       const int inserted = queries(table).insert(values);
       if (inserted != SQLITE_OK || !definition.keyColumn().automatic) return inserted;
       number = sqlite3_last_insert_rowid(connection().get());
@@ -290,9 +293,8 @@ int Database::update(const TableDefinition& definition, const char* key, const c
     const std::int64_t number = parseKey(definition, key);
     const auto values = parseAssignments(definition, assignments == nullptr ? "" : assignments);
     Table& table = require(definition.name);
-    return write(definition.deferrable ? Writer::Commit::kWithNextWrite : Writer::Commit::kNow,
-                 Writer::Kind::kOneStatement, task,
-                 [&] { return queries(table).update(number, values); });
+    return writeRow(definition, Writer::Kind::kOneStatement, task,
+                    [&] { return queries(table).update(number, values); });
   });
 }
 
@@ -301,8 +303,14 @@ int Database::remove(const TableDefinition& definition, const char* key) {
   return call(Use::kWrite, task, [&] {
     const std::int64_t number = parseKey(definition, key);
     Table& table = require(definition.name);
-    return write(Writer::Commit::kNow, Writer::Kind::kOneStatement, task,
-                 [&] { return queries(table).remove(number); });
+    const auto removeRow = [&] {
+      return write(Writer::Commit::kNow, Writer::Kind::kOneStatement, task,
+                   [&] { return queries(table).remove(number); });
+    };
+    // What waits to be written with it is lost where it fails, so that is better known before.
+    if (m_reserve.isNeeded()) makeRoom();
+    const int status = removeRow();
+    return primaryStatus(status) == SQLITE_FULL && makeRoom() ? removeRow() : status;
   });
 }
 
@@ -375,11 +383,42 @@ bool Database::hasDataSelection(unsigned int dsid) {
   return found;
 }
 
+void Database::requireRoom() {
+  if (m_reserve.hold()) return;
+  m_lacksSpace = true;
+  commitPending();  // as after a record that is refused
+  throw SqliteError(SQLITE_FULL, lackOfSpace());
+}
+
+bool Database::makeRoom() {
+  if (!m_reserve.release()) return false;
+  m_lacksSpace = true;
+  m_checkpointDue = true;  // the WAL starts over when the file has its pages
+  WarningA(SQLITE_FULL, "%s; what was kept back for deleting is in use now", lackOfSpace().c_str());
+  return true;
+}
+
+std::string Database::lackOfSpace() const {
+  if (!m_lacksSpace) return "";
+  return describeFullDisk(m_configuration.databaseFile.parent_path());
+}
+
+int Database::writeRow(const TableDefinition& definition, Writer::Kind kind, const Task& task,
+                       const Work& body) {
+  // What is written with the next row takes little, and may be about a deletion.
+  if (definition.deferrable) return write(Writer::Commit::kWithNextWrite, kind, task, body);
+  requireRoom();
+  const int status = write(Writer::Commit::kNow, kind, task, body);
+  if (status == SQLITE_OK) m_lacksSpace = false;
+  return status;
+}
+
 int Database::write(Writer::Commit when, Writer::Kind kind, const Task& task, const Work& body) {
   const bool hadPending = m_writer->pending();
   const std::uint64_t commitsBefore = m_writer->commits();
   const int status = m_writer->write(when, kind, body);
   if (status != SQLITE_OK) logFailure(status, task, m_writer->failure());
+  if (status != SQLITE_OK && m_writer->lackedSpace()) m_lacksSpace = true;
   if (hadPending && m_writer->commits() == commitsBefore) {
     WarningA(status, "%s: a write that waited to be stored with this one is lost, too",
              m_configuration.databaseFile.c_str());
@@ -398,6 +437,7 @@ int Database::commitPending() {
     ErrorA(status, "%s: a write was not stored: %s", m_configuration.databaseFile.c_str(),
            m_writer->failure().c_str());
     noteDamage(status, nullptr, m_writer->failure());
+    if (m_writer->lackedSpace()) m_lacksSpace = true;
   }
   afterWrite();
   return status;

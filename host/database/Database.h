@@ -6,6 +6,7 @@
 #ifndef EVENTSYSTEM_HOST_DATABASE_DATABASE_H
 #define EVENTSYSTEM_HOST_DATABASE_DATABASE_H
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -17,6 +18,7 @@
 #include "host/database/Catalogue.h"
 #include "host/database/Maintenance.h"
 #include "host/database/ReaderPool.h"
+#include "host/database/SpaceReserve.h"
 #include "host/database/WalSync.h"
 #include "host/database/Walk.h"
 #include "host/database/Work.h"
@@ -57,7 +59,10 @@ class Database : public std::enable_shared_from_this<Database> {
   bool hasDataSelection(unsigned int dsid);
 
   // Host::damage().
-  std::string damage();
+  std::string damage() const;
+
+  // Host::lackOfSpace().
+  std::string lackOfSpace() const;
 
   // Host::waitDurable().
   int waitDurable();
@@ -78,6 +83,16 @@ class Database : public std::enable_shared_from_this<Database> {
   // throws becomes a status and a log line.
   int call(Use use, const Task& task, const Work& body);
   int ready(Use use, Lock& lock);
+
+  // Throws when the disk has no room for what is about to be added.
+  void requireRoom();
+
+  // Gives up what is kept back for deleting, when it is needed; false when there is nothing.
+  bool makeRoom();
+
+  // Runs `body`, which adds or changes a row of the table.
+  int writeRow(const TableDefinition& definition, Writer::Kind kind, const Task& task,
+               const Work& body);
 
   // Runs `body` as one write.
   int write(Writer::Commit when, Writer::Kind kind, const Task& task, const Work& body);
@@ -119,6 +134,8 @@ class Database : public std::enable_shared_from_this<Database> {
   bool m_readOnly = false;
   std::optional<Catalogue> m_catalogue;
   ReaderPool m_pool;
+  SpaceReserve m_reserve;
+  std::atomic<bool> m_lacksSpace = false;
   std::set<Walk*> m_walks;
   WalSync m_sync;
 
@@ -128,10 +145,11 @@ class Database : public std::enable_shared_from_this<Database> {
   int m_unsavedPages = 0;  // pages that must be in the WAL; 0 when the file has them all
   bool m_checkpointDue = false;
   std::uint64_t m_commits = 0;
-  std::string m_damage;          // what was found damaged; then nothing more is written
-  bool m_walSuspect = false;     // its pages must reach the file before the next write
-  bool m_lost = false;           // calls that had returned are gone
-  int m_unreported = SQLITE_OK;  // a failure that no caller has been told
+  std::string m_damage;                   // what was found damaged; then nothing more is written
+  std::atomic<bool> m_isDamaged = false;  // then m_damage stays as it is
+  bool m_walSuspect = false;              // its pages must reach the file before the next write
+  bool m_lost = false;                    // calls that had returned are gone
+  int m_unreported = SQLITE_OK;           // a failure that no caller has been told
   std::unique_ptr<Maintenance> m_maintenance;
 };
 

@@ -74,7 +74,8 @@ void Database::checkpoint() {
 bool Database::shrink() {
   const std::int64_t freePages = connection().number("PRAGMA freelist_count");
   const std::int64_t allPages = connection().number("PRAGMA page_count");
-  if (freePages <= std::max(kFreePagesKept, allPages / kFreeShareKept)) return false;
+  const std::int64_t kept = m_lacksSpace ? 0 : std::max(kFreePagesKept, allPages / kFreeShareKept);
+  if (freePages <= kept) return false;
   const Task task{nullptr, "free space was not given back"};
   return write(Writer::Commit::kNow, Writer::Kind::kAny, task,
                [&] { return connection().execute(kFreeSomePages); }) == SQLITE_OK;

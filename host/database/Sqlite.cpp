@@ -20,6 +20,9 @@ void readValue(sqlite3_stmt* statement, int column, Value& value) {
   }
   const void* bytes = sqlite3_value_blob(held);
   const auto length = static_cast<std::size_t>(sqlite3_value_bytes(held));
+  // An empty value has no bytes either; one that memory is missing for is none from here on.
+  const bool isLost = length > 0 || sqlite3_value_type(held) == SQLITE_NULL;
+  if (bytes == nullptr && isLost) throw SqliteError(SQLITE_NOMEM, sqlite3_errstr(SQLITE_NOMEM));
   if (!std::holds_alternative<std::string>(value)) value = std::string();
   std::get<std::string>(value).assign(bytes == nullptr ? "" : static_cast<const char*>(bytes),
                                       length);
@@ -49,14 +52,20 @@ Statement::Statement(const Connection& connection, const std::string& sql) {
 }
 
 void Statement::bind(int parameter, const Value& value) {
+  const int status = tryBinding(parameter, value);
+  if (status != SQLITE_OK) throw SqliteError(status, sqlite3_errstr(status));
+}
+
+int Statement::tryBinding(int parameter, const Value& value) {
+  sqlite3_stmt* const statement = m_statement.get();
   if (const auto* number = std::get_if<std::int64_t>(&value)) {
-    sqlite3_bind_int64(m_statement.get(), parameter, *number);
-  } else if (const auto* text = std::get_if<std::string>(&value)) {
-    sqlite3_bind_text(m_statement.get(), parameter, text->data(), static_cast<int>(text->size()),
-                      SQLITE_STATIC);
-  } else {
-    sqlite3_bind_null(m_statement.get(), parameter);
+    return sqlite3_bind_int64(statement, parameter, *number);
   }
+  if (const auto* text = std::get_if<std::string>(&value)) {
+    return sqlite3_bind_text64(statement, parameter, text->data(), text->size(), SQLITE_STATIC,
+                               SQLITE_UTF8);
+  }
+  return sqlite3_bind_null(statement, parameter);
 }
 
 int Statement::step() {

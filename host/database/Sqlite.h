@@ -38,7 +38,8 @@ class Statement {
 
   explicit operator bool() const { return m_statement != nullptr; }
 
-  // Parameters count from 1. Text is not copied: the value must outlive the next step().
+  // Parameters count from 1. Text is not copied: the value must outlive the next step(). Throws
+  // SqliteError.
   void bind(int parameter, const Value& value);
 
   // SQLITE_ROW, SQLITE_DONE, or a failure's extended status.
@@ -50,12 +51,15 @@ class Statement {
   // One run of a statement that gives no rows: SQLITE_OK or a status.
   int run();
 
-  // Copies the current row; `row` keeps its buffers from one row to the next.
+  // Copies the current row; `row` keeps its buffers from one row to the next. This and text() throw
+  // SqliteError when memory is short.
   void readRow(Row& row) const;
   std::int64_t number(int column) const;
   std::string text(int column) const;
 
  private:
+  int tryBinding(int parameter, const Value& value);
+
   struct Finalizer {
     void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
   };

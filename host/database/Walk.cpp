@@ -19,15 +19,20 @@ Walk::~Walk() {
 
 int Walk::next(Row& row) {
   if (!m_statement) return m_abandoned ? SQLITE_ABORT : SQLITE_DONE;
-  const int status = m_statement.step();
-  if (status == SQLITE_ROW) {
-    m_statement.readRow(row);
-  } else if (status == SQLITE_DONE) {
-    finish();
-  } else {
-    abandon();
-  }
+  const int status = step(row);
+  if (status == SQLITE_DONE) finish();
+  if (status != SQLITE_ROW && status != SQLITE_DONE) abandon();
   return status;
+}
+
+int Walk::step(Row& row) {
+  try {
+    const int status = m_statement.step();
+    if (status == SQLITE_ROW) m_statement.readRow(row);
+    return status;
+  } catch (const SqliteError& problem) {
+    return problem.status();
+  }
 }
 
 void Walk::finish() {

@@ -37,6 +37,8 @@ class Walk {
   const std::string& table() const { return m_table; }
 
  private:
+  int step(Row& row);
+
   ReaderPool& m_pool;
   const std::string m_table;
   std::optional<Assignment> m_filter;

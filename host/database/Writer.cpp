@@ -100,6 +100,9 @@ void Writer::rollBack() {
 
 void Writer::noteFailure(int status) {
   if (saysFailedOperation(status)) m_suspect = true;
+  // The status alone may be a record's that is refused.
+  m_lackedSpace =
+      primaryStatus(status) == SQLITE_FULL && sqlite3_errcode(m_connection.get()) == SQLITE_FULL;
   try {
     if (status == SQLITE_NOTFOUND) {
       m_failure = "no row has this key";

@@ -45,6 +45,9 @@ class Writer {
   // SQLite's words for the last failure of a write.
   const std::string& failure() const { return m_failure; }
 
+  // Whether it was for want of space on the disk.
+  bool lackedSpace() const { return m_lackedSpace; }
+
   // Whether a file operation has failed: what the kernel keeps of the files may differ from what
   // is on disk, so the connection must be opened anew and the WAL not be trusted to be durable.
   bool suspect() const { return m_suspect; }
@@ -82,6 +85,7 @@ class Writer {
   bool m_suspect = false;
   std::uint64_t m_commits;
   std::string m_failure;
+  bool m_lackedSpace = false;
   int m_walPages = 0;
 };
 

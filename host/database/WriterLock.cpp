@@ -29,7 +29,10 @@ std::string ownerOf(int descriptor) {
 int openExisting(const std::filesystem::path& file) {
   makePrivateFile(file);
   // A pipe that takes the file's place in this moment must not block.
-  const int descriptor = open(file.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
+  const int descriptor = open(file.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW);
+  if (descriptor < 0 && errno == ELOOP) {
+    throw HostError(file.string() + ": is a symbolic link, which is not followed here; remove it");
+  }
   if (descriptor < 0) {
     throw HostError(file.string() + ": cannot be opened: " + std::strerror(errno));
   }
@@ -60,16 +63,21 @@ std::filesystem::path lockFileOf(const std::filesystem::path& databaseFile) {
   return databaseFile.string() + ".lock";
 }
 
+// The database is opened by who has the named lock only: closing it again would take SQLite's locks
+// away from the Host of this process that has it.
+int openLocked(const FileDescriptor& named, const std::filesystem::path& databaseFile) {
+  if (!lock(named, lockFileOf(databaseFile))) busy(databaseFile, ownerOf(named.get()));
+  return openExisting(databaseFile);
+}
+
 }  // namespace
 
 WriterLock::WriterLock(const std::filesystem::path& databaseFile)
-    : m_named(openExisting(lockFileOf(databaseFile))), m_file(openExisting(databaseFile)) {
-  const std::filesystem::path named = lockFileOf(databaseFile);
-  if (!lock(m_named, named)) busy(databaseFile, ownerOf(m_named.get()));
+    : m_named(openExisting(lockFileOf(databaseFile))), m_file(openLocked(m_named, databaseFile)) {
   // Whoever has only this one is not named by the lock file, which was removed meanwhile.
   if (!lock(m_file, databaseFile)) busy(databaseFile, "unknown (its lock file was removed)");
   requireOneRegularFile(databaseFile);
-  writeOwner(m_named, named);
+  writeOwner(m_named, lockFileOf(databaseFile));
 }
 
 WriterLock::~WriterLock() {

@@ -74,8 +74,10 @@ bool makePrivateFile(const std::filesystem::path& file) {
 void writePrivateFile(const std::filesystem::path& file, std::string_view content) {
   const std::filesystem::path temporary = file.string() + ".new";
   {
+    // What a crash, or somebody else, has left under this name is not written to.
+    unlink(temporary.c_str());
     const FileDescriptor created(
-        open(temporary.c_str(), O_CREAT | O_TRUNC | O_WRONLY | O_CLOEXEC, kFileMode));
+        open(temporary.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, kFileMode));
     if (!created.valid()) fail(temporary, "cannot be created");
     if (fchmod(created.get(), kFileMode) != 0) fail(temporary, "its mode cannot be set");
     writeAll(created.get(), content, temporary);
@@ -83,6 +85,24 @@ void writePrivateFile(const std::filesystem::path& file, std::string_view conten
   }
   if (rename(temporary.c_str(), file.c_str()) != 0) fail(file, "cannot be created");
   syncDirectory(directoryOf(file));
+}
+
+void requireOwn(const std::filesystem::path& file) {
+  constexpr uid_t kRoot = 0;
+  struct stat status {};
+  // What cannot be looked at cannot be used either, and that says why.
+  if (geteuid() != kRoot || stat(file.c_str(), &status) != 0) return;
+  const std::string advice =
+      ": root writes nothing there, because it might lead elsewhere; run this as its owner "
+      "(runuser -u USER -- ...), or give it to root (chown, chmod go-w)";
+  if (status.st_uid != kRoot) {
+    throw HostError(file.string() + ": belongs to the user with the number " +
+                    std::to_string(status.st_uid) + advice);
+  }
+  const bool groupMayWrite = (status.st_mode & S_IWGRP) != 0 && status.st_gid != kRoot;
+  if (groupMayWrite || (status.st_mode & S_IWOTH) != 0) {
+    throw HostError(file.string() + ": others than root may write to it" + advice);
+  }
 }
 
 }  // namespace EventSystemHost

@@ -4,6 +4,7 @@
 #include <spdlog/logger.h>
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -52,14 +53,23 @@ std::atomic<LogLevel> levelWithoutLog{LogLevel::kWarning};
 std::atomic<LogLevel> currentLevel{LogLevel::kWarning};
 std::atomic<LogFormat> currentFormat{LogFormat::kText};
 
+// The log holds what events say; only the server's own account reads it. A link is followed where
+// whoever made it could write to the log's place anyhow: this account, or root.
+void makeLogFile(const std::string& name) {
+  struct stat status {};
+  const bool isLink = lstat(name.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+  if (isLink && status.st_uid != geteuid() && status.st_uid != 0) {
+    throw HostError(name + ": is a symbolic link of the user with the number " +
+                    std::to_string(status.st_uid) + ", which the log does not follow; remove it");
+  }
+  const int file = open(name.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
+  if (file >= 0) close(file);
+}
+
 spdlog::sink_ptr openFile(const HostConfiguration& configuration) {
   makePrivateDirectories(configuration.logFile.parent_path());
   spdlog::file_event_handlers handlers;
-  // The log holds what events say; only the server's own account reads it.
-  handlers.before_open = [](const spdlog::filename_t& name) {
-    const int file = open(name.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
-    if (file >= 0) close(file);
-  };
+  handlers.before_open = [](const spdlog::filename_t& name) { makeLogFile(name); };
   return std::make_shared<spdlog::sinks::rotating_file_sink_mt>(
       configuration.logFile.string(), configuration.logMaxBytes, configuration.logMaxFiles - 1,
       false, handlers);

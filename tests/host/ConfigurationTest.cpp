@@ -75,9 +75,9 @@ TEST_F(Configuration, RefusesAPipeInPlaceOfAnIniFile) {
 }
 
 TEST_F(Configuration, RefusesALogInThePlaceOfAnotherFile) {
-  for (const char* name :
-       {"events.db", "events.db-wal", "events.db-shm", "events.db-journal", "events.db.lock",
-        "orbdb.ini", "host.ini", "OrbCentral.ini", "audit/audit.db", "sub/../events.db"}) {
+  for (const char* name : {"events.db", "events.db-wal", "events.db-shm", "events.db-journal",
+                           "events.db.lock", "events.db.reserve", "orbdb.ini", "host.ini",
+                           "OrbCentral.ini", "audit/audit.db", "sub/../events.db"}) {
     const std::string message = refusal(std::string("[log]\nfile = ") + name + "\n");
     EXPECT_EQ(message.rfind((home() / "host.ini").string() + ": [log] file: ", 0), 0U)
         << name << ": " << message;

@@ -4,6 +4,7 @@
 #include <map>
 #include <mutex>
 #include <string_view>
+#include <system_error>
 
 #include "tests/support/UnflushedWrites.h"
 #include "tests/support/WatchedDisk.h"
@@ -19,6 +20,7 @@ struct Orders {
   int failures = 0;             // how many fail then
   bool lose = false;
   bool full = false;
+  std::filesystem::path fullWhile;  // empty: in any case
   bool unreadable = false;
   bool hold = false;
   int held = 0;
@@ -62,11 +64,17 @@ class Faults : public DiskWatcher {
   int write(const DiskRequest& request) {
     sqlite3_int64 length = 0;
     request.file->pMethods->xFileSize(request.file, &length);
-    if (orders.full && request.offset + request.size > length) return SQLITE_FULL;
+    if (isFull() && request.offset + request.size > length) return SQLITE_FULL;
     if (orders.lose && isWal(request)) {
       m_unflushed[request.file].note(request.file, request.size, request.offset);
     }
     return SQLITE_OK;
+  }
+
+  static bool isFull() {
+    std::error_code none;  // there is no such file
+    return orders.full && (orders.fullWhile.empty() ||
+                           (std::filesystem::file_size(orders.fullWhile, none) > 0 && !none));
   }
 
   int sync(const DiskRequest& request, std::unique_lock<std::mutex>& lock) {
@@ -122,6 +130,13 @@ void loseUnflushed(bool lose) {
 void setDiskFull(bool full) {
   const std::lock_guard lock(mutex);
   orders.full = full;
+  orders.fullWhile.clear();
+}
+
+void setDiskFullWhileThereIs(const std::filesystem::path& file) {
+  const std::lock_guard lock(mutex);
+  orders.full = true;
+  orders.fullWhile = file;
 }
 
 void failReads(bool fail) {

@@ -5,7 +5,8 @@
 //     clean, so the flush after it succeeds without having flushed them, too;
 //   - a failed flush loses what was written to its file since the last good one, as a kernel may
 //     do that drops pages it could not write;
-//   - the disk is full: writes that make a file longer fail, those inside a file do not;
+//   - the disk is full: writes that make a file longer fail, those inside a file do not; it may be
+//     full for as long as another file takes its space;
 //   - a read of the database file reports an error;
 //   - a flush takes until it is let go.
 // Nothing is torn: a write happens as a whole or not at all.
@@ -14,6 +15,8 @@
 
 #ifndef EVENTSYSTEM_TESTS_HOST_FAULTVFS_H
 #define EVENTSYSTEM_TESTS_HOST_FAULTVFS_H
+
+#include <filesystem>
 
 namespace EventSystemTest::FaultVfs {
 
@@ -27,6 +30,7 @@ int databaseFlushes();
 void failFlush(int n, int count = 1);
 void loseUnflushed(bool lose);
 void setDiskFull(bool full);
+void setDiskFullWhileThereIs(const std::filesystem::path& file);  // and it is not empty
 
 // Reads of the database file fail; those of the WAL do not.
 void failReads(bool fail);

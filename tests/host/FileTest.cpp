@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <map>
@@ -12,6 +13,8 @@ namespace {
 
 using EventSystemHost::Access;
 using EventSystemHost::HostError;
+
+constexpr uid_t kSomebody = 65534;
 
 class File : public HostTest {
  protected:
@@ -39,6 +42,71 @@ class File : public HostTest {
     return files;
   }
 };
+
+// A file that root would empty or write to, were a link to it followed.
+class LinkedFile : public File {
+ protected:
+  void linkTo(const std::filesystem::path& link) const {
+    writeFile("precious", "precious");
+    std::filesystem::remove(link);
+    std::filesystem::create_symlink(home() / "precious", link);
+  }
+  void expectUntouched() const { EXPECT_EQ(contentOf(home() / "precious"), "precious"); }
+};
+
+TEST_F(LinkedFile, InThePlaceOfTheLockIsNotFollowed) {
+  linkTo(home() / "events.db.lock");
+  EXPECT_EQ(refusal(), (home() / "events.db.lock").string() +
+                           ": is a symbolic link, which is not followed here; remove it");
+  expectUntouched();
+}
+
+TEST_F(LinkedFile, InThePlaceOfANewFileIsNotFollowed) {
+  linkTo(home() / "orbdb.ini.new");
+  EXPECT_EQ(refusal(), "(started)");
+  expectUntouched();
+  EXPECT_TRUE(std::filesystem::is_regular_file(home() / "orbdb.ini"));
+}
+
+TEST_F(LinkedFile, InThePlaceOfTheLogIsFollowedWhereItIsOnesOwn) {
+  std::filesystem::create_directory(home() / "log");
+  linkTo(home() / "log" / "eventsystem.log");
+  EXPECT_EQ(refusal(), "(started)");
+  if (geteuid() != 0) GTEST_SKIP() << "only root can make a link of somebody else's";
+  stop();
+  writeFile("precious", "precious");
+  ASSERT_EQ(lchown((home() / "log" / "eventsystem.log").c_str(), kSomebody, kSomebody), 0);
+  EXPECT_NE(refusal().find("is a symbolic link of the user with the number 65534"),
+            std::string::npos);
+  expectUntouched();
+}
+
+TEST_F(File, OfSomebodyElseIsNotUsedByRoot) {
+  if (geteuid() != 0) GTEST_SKIP() << "for root only";
+  start();
+  stop();
+  for (const auto& file : {home(), database()}) {
+    ASSERT_EQ(chown(file.c_str(), kSomebody, 0), 0);
+    EXPECT_EQ(refusal().rfind(file.string() + ": belongs to the user with the number 65534: ", 0),
+              0U)
+        << refusal();
+    ASSERT_EQ(chown(file.c_str(), 0, 0), 0);
+  }
+  EXPECT_EQ(refusal(), "(started)");
+}
+
+TEST_F(File, ThatOthersMayWriteToIsNotUsedByRoot) {
+  if (geteuid() != 0) GTEST_SKIP() << "for root only";
+  for (const mode_t mode : {0707U, 01777U}) {
+    ASSERT_EQ(chmod(home().c_str(), mode), 0);
+    EXPECT_EQ(refusal().rfind(home().string() + ": others than root may write to it: ", 0), 0U);
+  }
+  ASSERT_EQ(chmod(home().c_str(), 0770), 0);
+  ASSERT_EQ(chown(home().c_str(), 0, kSomebody), 0);
+  EXPECT_EQ(refusal().rfind(home().string() + ": others than root may write to it: ", 0), 0U);
+  ASSERT_EQ(chown(home().c_str(), 0, 0), 0);
+  EXPECT_EQ(refusal(), "(started)");
+}
 
 TEST_F(File, IsPrivateWhateverTheUmaskIs) {
   for (const mode_t mask : {0U, 0777U}) {

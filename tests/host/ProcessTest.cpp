@@ -7,6 +7,7 @@
 #include <fstream>
 #include <string>
 
+#include "host/backup/Backup.h"
 #include "tests/host/FaultVfs.h"
 #include "tests/host/HostFixture.h"
 #include "tests/host/OtherProcess.h"
@@ -155,6 +156,17 @@ TEST_F(Process, AChildThatEndsLeavesTheParentsHostAlone) {
   parent.goOn();
   EXPECT_EQ(parent.readLine(), "1 rows up to 1");
   EXPECT_EQ(parent.wait(), 0);
+}
+
+TEST_F(Process, ThatIsRefusedTheLockKeepsItsLocksOnTheDatabase) {
+  startWithTables();
+  ASSERT_EQ(add(1), 0);
+  const auto backup = home() / "backup.db";
+  EventSystemHost::backUpDatabase(host().configuration(), backup, false);
+  ASSERT_TRUE(othersSeeSqlitesLock());
+  EXPECT_THROW(EventSystemHost::restoreDatabase(host().configuration(), backup, true),
+               DatabaseBusy);
+  EXPECT_TRUE(othersSeeSqlitesLock());
 }
 
 TEST_F(Process, MayReadBesideAWriterAndSeesWhatItWrites) {

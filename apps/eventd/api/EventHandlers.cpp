@@ -59,6 +59,7 @@ std::optional<IdempotencyKey> keyIn(const Services& services, const Call& call, 
 
 Problem problemOf(const StoreResult& result, unsigned int dsid) {
   Problem problem{.kind = ProblemKind::kStoreFailed, .detail = result.problem};
+  if (result.diskFull) problem.kind = ProblemKind::kDiskFull;
   if (result.code == EventSystem::kStorageLimits) problem.kind = ProblemKind::kQueueFull;
   if (result.code == EventSystem::kGeneralFailure) problem.kind = ProblemKind::kInvalidEvent;
   if (result.code == EventSystem::kNoDataSelection)

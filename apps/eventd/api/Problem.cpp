@@ -12,7 +12,7 @@ namespace {
 
 using enum ProblemKind;
 
-constexpr std::array<ProblemText, 23> kTexts = {{
+constexpr std::array<ProblemText, 24> kTexts = {{
     {kBadRequest, "bad-request", 400, "The request is wrong",
      "The request cannot be understood: its path, a parameter, a header or its body. The detail "
      "says which; send it otherwise."},
@@ -78,6 +78,10 @@ constexpr std::array<ProblemText, 23> kTexts = {{
     {kUnknownDataSelection, "unknown-data-selection", 404, "There is no such data selection",
      "No data selection has this number. PUT /v1/queues/NUMBER, or eventctl dataselection add "
      "NUMBER, makes it known."},
+    {kDiskFull, "disk-full", 507, "The disk is full",
+     "The disk of the database has no room for this. Make some there, or delete events: room is "
+     "kept back for that. Of a write, ids has the events that were stored; where it is missing, it "
+     "is not known which were."},
 }};
 
 const ProblemText& textOf(ProblemKind kind) {

@@ -40,7 +40,8 @@ enum class ProblemKind {
   kTooManyWaiting,
   kVersionNotSupported,
   kQueueFull,
-  kUnknownDataSelection
+  kUnknownDataSelection,
+  kDiskFull
 };
 
 struct ProblemText {

@@ -65,6 +65,10 @@ ProblemKind kindOf(const ChangeResult& result) {
 unsigned int queueIn(const Services& services, const Call& call) {
   const unsigned int dsid = numberIn(call);
   if (services.queues.hasQueue(dsid)) return dsid;
+  // It may stand where the database cannot be read.
+  if (const std::string damage = services.host.damage(); !damage.empty()) {
+    throw Refused(ProblemKind::kStoreFailed, damage);
+  }
   throw Refused(ProblemKind::kUnknownDataSelection,
                 "data selection " + std::to_string(dsid) +
                     " does not exist; add it with PUT /v1/queues/" + std::to_string(dsid));

@@ -94,16 +94,24 @@ ordered_json limitsOf(const Services& services, const FiguresSnapshot& figures) 
           {"kinds", jsonOfKinds()}};
 }
 
-MetricsSnapshot snapshotOf(const Services& services, const FiguresPtr& figures) {
+MetricsSnapshot snapshotOf(const Services& services, const FiguresPtr& figures,
+                           const Readiness& readiness) {
   const auto& host = services.host.configuration();
   return {.figures = figures,
           .counters = services.queues.counters(),
-          .readiness = services.queues.readiness(),
+          .readiness = readiness,
           .connections = services.connections(),
           .disk = diskFiguresOf(host.databaseFile),
           .failedLogins = services.access.failedLogins(),
           .countLimit = limitOf(services, host.countLimit),
           .version = kVersion};
+}
+
+// Which of the two states is asked for; both, when nothing is said.
+bool forReadsOnly(const std::string* purpose) {
+  if (purpose == nullptr || *purpose == "writes") return false;
+  if (*purpose == "reads") return true;
+  throw Refused(ProblemKind::kBadRequest, "the parameter for takes reads or writes");
 }
 
 // Runs what may wait for a disk or for other servers.
@@ -160,16 +168,31 @@ void showHealth(Services&, const CallPtr& call) {
 }
 
 void showReadiness(Services& services, const CallPtr& call) {
-  const Readiness readiness = services.queues.readiness();
-  if (readiness.ready) return call->answerJson(200, {{"status", "ready"}});
-  call->fail(ProblemKind::kUnavailable, readiness.why);
+  const bool readsAreEnough = forReadsOnly(Parameters(call->request(), {"for"}).find("for"));
+  services.queues.readiness([call, readsAreEnough](const Readiness& readiness) {
+    const bool isEnough = readsAreEnough ? readiness.reads : readiness.ready();
+    const ordered_json states = {{"reads", readiness.reads}, {"writes", readiness.writes}};
+    if (!isEnough) {
+      return call->fail(
+          {.kind = ProblemKind::kUnavailable, .detail = readiness.why, .members = states});
+    }
+    ordered_json answer = {{"status", "ready"}};
+    answer.update(states);
+    if (!readiness.why.empty()) answer["why"] = readiness.why;
+    call->answerJson(200, answer);
+  });
 }
 
 // Metrics are told also while the queues cannot be read: then most of all.
 void showMetrics(Services& services, const CallPtr& call) {
-  services.queues.figures([&services, call](const FiguresPtr& figures) {
-    later(services, call, [&services, call, figures] {
-      call->answer({200, kMetricsType, services.metrics.text(snapshotOf(services, figures)), {}});
+  services.queues.readiness([&services, call](const Readiness& readiness) {
+    services.queues.figures([&services, call, readiness](const FiguresPtr& figures) {
+      later(services, call, [&services, call, figures, readiness] {
+        call->answer({200,
+                      kMetricsType,
+                      services.metrics.text(snapshotOf(services, figures, readiness)),
+                      {}});
+      });
     });
   });
 }

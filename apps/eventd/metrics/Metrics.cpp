@@ -134,7 +134,11 @@ void addState(Families& families, const MetricsSnapshot& snapshot) {
   gauge(families, "eventd_disk_free_bytes", "Free space where the database is")
       .add(snapshot.disk.free);
   gauge(families, "eventd_ready", "Whether queues can be read and written")
-      .add(snapshot.readiness.ready ? 1 : 0);
+      .add(snapshot.readiness.ready() ? 1 : 0);
+  gauge(families, "eventd_ready_for_reads", "Whether queues can be read, and events be deleted")
+      .add(snapshot.readiness.reads ? 1 : 0);
+  gauge(families, "eventd_ready_for_writes", "Whether queues take events")
+      .add(snapshot.readiness.writes ? 1 : 0);
   gauge(families, "eventd_build_info", "The version that runs")
       .add(1, {{"version", snapshot.version}});
 }

@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "apps/common/DatabaseQueueReader.h"
 #include "apps/common/Failure.h"
 #include "apps/eventd/queue/ReadTask.h"
 
@@ -9,8 +10,7 @@ namespace EventApps {
 namespace {
 
 constexpr unsigned int kSelectionOfProbe = 1;
-constexpr int kDatabaseGone = 14;  // as the database calls a file that is not there
-constexpr std::chrono::seconds kProbeInterval(1);
+constexpr int kFileGone = 14;  // as the database calls a file that is not there
 
 }  // namespace
 
@@ -27,6 +27,7 @@ Core::Core(EventSystemHost::Host& theHost, const ServiceLimits& theLimits,
       shortReads(theLimits.shortReads),
       longReads(theLimits.longReads),
       databasePlace(theHost.configuration().databaseFile),
+      logPlace(theHost.configuration().databaseFile.string() + "-wal"),
       flusher([this] { return flush(); },
               [this, observer](int status, double seconds) {
                 tally.note([&](ServiceCounters& all) {
@@ -39,13 +40,19 @@ Core::Core(EventSystemHost::Host& theHost, const ServiceLimits& theLimits,
       keys(theHost, theLimits),
       selections(dataSelections()),
       figures(theHost, theLimits, walker, *answers),
-      m_auditWatch(theHost.configuration().auditDirectory / "audit.db") {
+      lookout(theLimits, health, *answers, timer,
+              [this] { m_queue.post([this] { tryQueues(); }); }),
+      m_auditWatch(theHost.configuration().auditDirectory / "audit.db"),
+      m_probe(theHost) {
   library.wrote = [this] {
     flusher.noteWrite();
     figures.noteChange();
   };
+  startFull();
+  tryReading();
+  tryWriting();
   if (const int status = host.waitDurable(); status != 0) throw Failure(flushProblem(status));
-  tryQueues();
+  endLook();
 }
 
 Core::~Core() {
@@ -62,8 +69,8 @@ Core::~Core() {
 
 int Core::flush() const {
   const int status = host.waitDurable();
-  const bool isSafe = status != 0 || host.cluster() != nullptr || databasePlace.isKept();
-  return isSafe ? status : kDatabaseGone;
+  if (status != 0 || host.cluster() != nullptr) return status;
+  return databasePlace.isKept() && logPlace.isKept() ? 0 : kFileGone;
 }
 
 void Core::run(TaskPtr task) {
@@ -88,9 +95,9 @@ void Core::answer(std::function<void(int)> answer, Removed removed) {
     const bool current = generation == m_shownGeneration;
     if (current) audience.trustKeptEvents(status == 0);
     if (current && status != 0) flushFailed(status);
+    if (status == 0) health.worked(Health::Matter::kFlush);
     answer(status);
     if (status != 0) return;
-    health.worked(Health::Matter::kFlush);
     if (current) {
       for (const Arrivals& each : arrivals) audience.show(each);
     }
@@ -113,15 +120,18 @@ void Core::flushFailed(int status) {
 }
 
 std::string Core::flushProblem(int status) const {
-  if (status == kDatabaseGone) {
-    return host.configuration().databaseFile.string() +
-           ": the file was removed or replaced while it is in use; what was just done is lost when "
-           "this process ends. Put it back where it was, or stop the daemon and put a backup there "
-           "with eventctl restore";
+  if (status == kFileGone) {
+    const bool isLog = databasePlace.isKept();
+    return (isLog ? logPlace : databasePlace).file().string() +
+           ": the file was removed or replaced while it is in use; what is only in it is lost when "
+           "this process is killed. Put it back where it was, or stop the daemon " +
+           (isLog ? "with SIGTERM, which copies what it has into the database"
+                  : "and put a backup there with eventctl restore");
   }
+  const std::string lack = host.lackOfSpace();
   return host.configuration().databaseFile.string() + ": a flush failed (status " +
-         std::to_string(status) +
-         "); what was just done may not survive power loss; the log says why";
+         std::to_string(status) + "); what was just done may not survive power loss; " +
+         (lack.empty() ? "the log says why" : lack);
 }
 
 void Core::keepLooking() {
@@ -158,25 +168,61 @@ void Core::lookFor(const std::vector<unsigned int>& queues) {
   keepLooking();
 }
 
-void Core::probe() {
-  if (m_probing.exchange(true)) return;
-  m_queue.post([this] {
-    tryQueues();
-    timer.callAfter(kProbeInterval, [this] { m_probing = false; });
-  });
+bool Core::makesProgress() {
+  const bool queueGoesOn = m_queue.goesOn();
+  return flusher.goesOn() && queueGoesOn;
+}
+
+// The library refuses at the limit; until it has, nobody knows.
+void Core::startFull() {
+  const int limit = host.configuration().countLimit;
+  if (host.cluster() != nullptr || limit <= 0) return;
+  int count = 0;
+  DatabaseQueueReader().forEachId(0, [&](unsigned int, unsigned long) { return ++count < limit; });
+  if (count >= limit) health.failed(Health::Matter::kFullQueue, library.whyFull());
 }
 
 void Core::tryQueues() {
+  tryReading();
+  tryWriting();
+  endLook();
+}
+
+void Core::endLook() {
+  flusher.noteWrite();
+  answer([this](int) { lookout.ended(); });
+}
+
+void Core::tryReading() {
+  const auto first = [](unsigned long, const EventPtr&) { return false; };
   try {
     library.discover(0);
-    library.walk(kSelectionOfProbe, 0, {}, [](unsigned long, const EventPtr&) { return false; });
+    if (!library.isClustered()) {
+      library.walk(0, 0, {}, first);
+      library.walk(kSelectionOfProbe, 0, {}, first);
+    }
     health.worked(Health::Matter::kRead);
-    health.worked(Health::Matter::kStore);
-  } catch (const Failure& problem) {
+  } catch (const std::exception& problem) {
     health.failed(Health::Matter::kRead, problem.what());
   }
-  flusher.noteWrite();
-  answer([](int) {});
+}
+
+void Core::tryWriting() {
+  try {
+    if (library.isClustered()) return tryWritingAtService();
+    m_probe.write();
+    health.worked(Health::Matter::kStore);
+  } catch (const std::exception& problem) {
+    health.failed(Health::Matter::kStore, problem.what());
+  }
+}
+
+// There is nothing that could be written to no harm. What etcd says of itself counts: it takes no
+// writes while it has an alarm.
+void Core::tryWritingAtService() {
+  if (!health.isFailing(Health::Matter::kStore)) return;
+  const EventSystemHost::ClusterReport report = host.cluster()->report();
+  if (report.failure.empty() && report.alarms.empty()) health.worked(Health::Matter::kStore);
 }
 
 void Core::fetch(const SubscriberPtr& subscriber) {

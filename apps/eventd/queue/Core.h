@@ -20,7 +20,9 @@
 #include "apps/eventd/queue/Health.h"
 #include "apps/eventd/queue/KeyDesk.h"
 #include "apps/eventd/queue/Library.h"
+#include "apps/eventd/queue/Lookout.h"
 #include "apps/eventd/queue/Operations.h"
+#include "apps/eventd/queue/OwnTables.h"
 #include "apps/eventd/queue/SelectionSet.h"
 #include "apps/eventd/queue/Task.h"
 #include "apps/eventd/queue/Timer.h"
@@ -56,8 +58,8 @@ class Core {
   // Looks for events that nobody here has written, while somebody waits.
   void keepLooking();
 
-  // Finds out whether what has failed works again, now and then.
-  void probe();
+  // See QueueService::makesProgress().
+  bool makesProgress();
 
   EventSystemHost::Host& host;
   const ServiceLimits limits;
@@ -75,6 +77,7 @@ class Core {
   Turns longReads;
 
   const FilePlace databasePlace;
+  const FilePlace logPlace;  // of the database, with what it does not have yet
   Flusher flusher;
 
   // Of the queue thread.
@@ -84,19 +87,26 @@ class Core {
   SelectionSet selections;
   FiguresCache figures;
   Timer timer;
+  Lookout lookout;
 
  private:
   int flush() const;
   void runSlice(const TaskPtr& task);
   void flushFailed(int status);
   void tryQueues();
+  void tryReading();
+  void tryWriting();
+  void tryWritingAtService();
+  void endLook();
+  void startFull();
   void look();
   void lookFor(const std::vector<unsigned int>& queues);
   void fetch(const SubscriberPtr& subscriber);
 
-  AuditWatch m_auditWatch;  // of the queue thread
+  // Of the queue thread.
+  AuditWatch m_auditWatch;
+  WriteProbe m_probe;
   std::atomic<bool> m_looking = false;
-  std::atomic<bool> m_probing = false;
   // How often a flush has failed: as the queue thread and as the answering thread know it. What the
   // one has noted before it knew is not shown by the other: it is noted once more.
   unsigned int m_notedGeneration = 0;

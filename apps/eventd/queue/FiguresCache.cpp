@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "apps/common/Failure.h"
+#include "apps/common/HostQueues.h"
 #include "apps/common/QueueReader.h"
 
 namespace EventApps {
@@ -66,6 +67,7 @@ FiguresSnapshot FiguresCache::read() const {
     FiguresSnapshot found;
     found.queues = readFigures(*readerOf(m_host));
     found.selections = dataSelections();
+    requireNoDamage(m_host);
     if (const int status = m_host.waitDurable(); status != 0) {
       throw Failure("a flush failed (status " + std::to_string(status) + "); the log says why");
     }

@@ -19,6 +19,8 @@ class FilePlace {
     ::stat(m_file.c_str(), &m_state);
   }
 
+  const std::filesystem::path& file() const { return m_file; }
+
   bool isKept() const {
     struct stat now {};
     return ::stat(m_file.c_str(), &now) == 0 && now.st_dev == m_state.st_dev &&

@@ -53,7 +53,9 @@ void Flusher::run() {
 void Flusher::flushFor(std::vector<Answer> answers) {
   const std::uint64_t covered = m_written;
   const auto begin = std::chrono::steady_clock::now();
+  m_progress.begin();
   const int status = m_flush();
+  m_progress.end();
   m_flushed(status,
             std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
   const std::lock_guard lock(m_mutex);

@@ -41,6 +41,9 @@ class Flusher {
   // Answers all that wait; then the thread ends.
   void finish();
 
+  // By one thread: whether no flush runs that ran at the last call.
+  bool goesOn() { return m_progress.goesOn(); }
+
  private:
   void run();
   void flushFor(std::vector<Answer> answers);
@@ -48,6 +51,7 @@ class Flusher {
   const Flush m_flush;
   const Flushed m_flushed;
   Worker& m_answers;
+  Progress m_progress;
   std::atomic<std::uint64_t> m_written = 0;
 
   std::mutex m_mutex;  // guards what follows

@@ -1,15 +1,6 @@
 #include "apps/eventd/queue/Health.h"
 
-#include <filesystem>
-#include <system_error>
-
 namespace EventApps {
-namespace {
-
-// Less than the journal of the database may take before it is copied.
-constexpr std::uintmax_t kLeastFreeBytes = 16u << 20;
-
-}  // namespace
 
 void Health::failed(Matter matter, const std::string& why) {
   const std::lock_guard lock(m_mutex);
@@ -25,26 +16,14 @@ void Health::worked(Matter matter) {
 }
 
 Readiness Health::readiness() const {
-  const std::string why = whyNot();
-  return {why.empty(), why};
-}
-
-std::string Health::whyNot() const {
-  std::string damage = m_host.damage();
-  if (!damage.empty()) return damage;
-  {
-    const std::lock_guard lock(m_mutex);
-    for (const std::string& failure : m_failures) {
-      if (!failure.empty()) return failure;
-    }
+  const std::string damage = m_host.damage();
+  if (!damage.empty()) return {.reads = false, .writes = false, .why = damage};
+  const std::lock_guard lock(m_mutex);
+  for (std::size_t matter = 0; matter < kMatters; ++matter) {
+    const bool stopsReads = matter <= indexOf(Matter::kRead);
+    if (m_failing.at(matter)) return {!stopsReads, false, m_failures.at(matter)};
   }
-  if (m_host.cluster() != nullptr) return "";
-  const std::filesystem::path directory = m_host.configuration().databaseFile.parent_path();
-  std::error_code error;
-  const auto space = std::filesystem::space(directory, error);
-  if (error || space.available >= kLeastFreeBytes) return "";
-  return directory.string() + ": the disk is full: " + std::to_string(space.available) +
-         " bytes are free, and writing needs " + std::to_string(kLeastFreeBytes);
+  return {.reads = true, .writes = true, .why = {}};
 }
 
 }  // namespace EventApps

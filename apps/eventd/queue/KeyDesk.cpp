@@ -2,7 +2,6 @@
 
 #include <array>
 #include <chrono>
-#include <fstream>
 #include <utility>
 
 #include "EventSystem/platform/HostLog.h"
@@ -12,24 +11,10 @@
 #include "apps/common/StoredForm.h"
 #include "apps/eventd/queue/Digest.h"
 #include "apps/eventd/queue/Library.h"
+#include "apps/eventd/queue/OwnTables.h"
 
 namespace EventApps {
 namespace {
-
-constexpr const char* kTable = "eventdkeys";
-constexpr const char* kDefinition =
-    "; The table in which eventd keeps the idempotency keys of requests; written at each start.\n"
-    "[eventdkeys]\n"
-    "deferrable = yes\n"
-    "column.1 = id bigint key\n"
-    "column.2 = request text\n"
-    "column.3 = body text\n"
-    "column.4 = position int\n"
-    "column.5 = dataselection int\n"
-    "column.6 = eventid bigint\n"
-    "column.7 = event text\n"
-    "column.8 = time bigint\n"
-    "column.9 = settled int\n";
 
 long now() {
   return std::chrono::duration_cast<std::chrono::seconds>(
@@ -71,31 +56,8 @@ KeyDesk::~KeyDesk() = default;
 KeyDesk::KeyDesk(EventSystemHost::Host& host, const ServiceLimits& limits) : m_limits(limits) {
   // The service's queues are no tables of this database.
   if (host.cluster() != nullptr) return;
-  openTable(host);
+  m_table.emplace(openKeyTable(host));
   load();
-}
-
-std::filesystem::path KeyDesk::writeDefinition(const EventSystemHost::Host& host) {
-  auto file = host.configuration().databaseDirectory / "eventd-tables.ini";
-  std::ofstream(file) << kDefinition;
-  std::error_code ignored;
-  std::filesystem::permissions(
-      file, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write, ignored);
-  return file;
-}
-
-void KeyDesk::openTable(const EventSystemHost::Host& host) {
-  auto& database = OrbDB::COrbDatabase::Instance();
-  const auto file = writeDefinition(host);
-  if (database.CheckAddTable(kTable, file.c_str()) == 0) {
-    OrbDB::CTable* const table = database.GetTable(kTable);
-    if (table != nullptr) m_table.emplace(*table);
-  }
-  if (!m_table) {
-    throw Failure(host.configuration().databaseFile.string() +
-                  ": the table eventdkeys cannot be created as " + file.string() +
-                  " defines it; the log says why");
-  }
 }
 
 KeyDesk::Row KeyDesk::currentRow() const {

@@ -15,7 +15,6 @@
 #include <atomic>
 #include <cstddef>
 #include <deque>
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
@@ -80,8 +79,6 @@ class KeyDesk {
  private:
   struct Row;
 
-  static std::filesystem::path writeDefinition(const EventSystemHost::Host& host);
-  void openTable(const EventSystemHost::Host& host);
   Row currentRow() const;
   void load();
   void addRow(const Row& row);

@@ -59,11 +59,17 @@ Library::Known& Library::known(unsigned int dsid) {
     highest[each] = std::max(highest[each], id);
     return true;
   });
+  requireNoDamage(m_queues.host());
   for (const auto& [each, id] : highest) {
     m_known.try_emplace(each, Known{id, id});
     m_highestOfSelections = std::max(m_highestOfSelections, id);
   }
   return m_known[queue];
+}
+
+std::string Library::whyFull() const {
+  return "the queue is full: it holds as many events as " + m_queues.limitsFile() +
+         " allows; consume or delete some";
 }
 
 int Library::store(Event& event, unsigned int dsid, unsigned long& id) {
@@ -173,10 +179,11 @@ bool Library::walk(unsigned int dsid, unsigned long after, const std::set<int>& 
 
 bool Library::walkDatabase(unsigned int dsid, unsigned long after, const std::set<int>& types,
                            const Visit& visit) {
-  while (const auto event = m_queues.next(after, dsid)) {
+  while (const auto event = nextInDatabase(after, dsid)) {
     EventPtr found;
     if (!isNext(*event, dsid, after)) {
       found = misfiledAfter(dsid, after);
+      requireNoDamage(m_queues.host());
       if (!found) return true;
       after = found->id();
       if (!isWanted(found->type(), types)) found = nullptr;
@@ -187,6 +194,13 @@ bool Library::walkDatabase(unsigned int dsid, unsigned long after, const std::se
     if (!visit(after, found)) return false;
   }
   return true;
+}
+
+// The manager passes over what it cannot read, as if it were not there.
+std::unique_ptr<Event> Library::nextInDatabase(unsigned long after, unsigned int dsid) {
+  auto event = m_queues.next(after, dsid);
+  requireNoDamage(m_queues.host());
+  return event;
 }
 
 // A row that was damaged may hold an event with another id than its own: with a lower one the walk
@@ -221,16 +235,17 @@ bool Library::walkService(unsigned int dsid, unsigned long after, const std::set
 }
 
 bool Library::has(unsigned long id, unsigned int dsid) {
-  return isClustered() ? m_reader->find(id, queueOf(dsid)).has_value()
-                       : DatabaseQueueReader().has(id, dsid);
+  if (isClustered()) return m_reader->find(id, queueOf(dsid)).has_value();
+  const bool isThere = DatabaseQueueReader().has(id, dsid);
+  if (!isThere) requireNoDamage(m_queues.host());
+  return isThere;
 }
 
 EventPtr Library::find(unsigned long id, unsigned int dsid) {
   if (othersWriteTo(dsid) && id > known(dsid).highest) discover(dsid);
   auto view = m_reader->find(id, queueOf(dsid));
   if (view) return std::make_shared<Published>(std::move(*view));
-  const std::string damage = m_queues.host().damage();
-  if (!damage.empty()) throw Failure(damage);
+  requireNoDamage(m_queues.host());
   return nullptr;
 }
 

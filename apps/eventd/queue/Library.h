@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <set>
+#include <string>
 #include <vector>
 
 #include "apps/common/HostQueues.h"
@@ -38,6 +39,9 @@ class Library {
 
   HostQueues& queues() { return m_queues; }
   bool isClustered() const { return m_queues.isClustered(); }
+
+  // What result 50 means.
+  std::string whyFull() const;
 
   // 0 and the event's id, or the manager's result. Throws Failure, as all below, when a queue
   // cannot be read.
@@ -97,6 +101,7 @@ class Library {
   void note(unsigned int dsid, EventPtr event);
   bool walkDatabase(unsigned int dsid, unsigned long after, const std::set<int>& types,
                     const Visit& visit);
+  std::unique_ptr<EventSystem::Event> nextInDatabase(unsigned long after, unsigned int dsid);
   bool walkService(unsigned int dsid, unsigned long after, const std::set<int>& types,
                    const Visit& visit);
   EventPtr publishedOf(EventSystem::Event& event, unsigned int dsid, unsigned long id) const;

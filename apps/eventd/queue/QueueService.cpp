@@ -325,10 +325,12 @@ void QueueService::figures(const std::function<void(FiguresPtr)>& done) {
   m_parts->core.figures.get([operation, done](const FiguresPtr& found) { done(found); });
 }
 
-Readiness QueueService::readiness() const {
-  Readiness found = m_parts->core.health.readiness();
-  if (!found.ready) m_parts->core.probe();
-  return found;
+void QueueService::readiness(const std::function<void(const Readiness&)>& done) {
+  m_parts->core.lookout.ask(done);
+}
+
+bool QueueService::makesProgress() {
+  return m_parts->core.makesProgress();
 }
 
 ServiceCounters QueueService::counters() const {

@@ -87,7 +87,13 @@ class QueueService {
   FiguresPtr figures() const;
   void figures(const std::function<void(FiguresPtr)>& done);
 
-  Readiness readiness() const;
+  // As of a moment ago (see ServiceLimits): whether a read, a small write and a flush work.
+  void readiness(const std::function<void(const Readiness&)>& done);
+
+  // By one thread, now and then: false while the queue or a flush is at what it was at the last
+  // call.
+  bool makesProgress();
+
   ServiceCounters counters() const;
 
  private:

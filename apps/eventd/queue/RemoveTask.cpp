@@ -24,6 +24,7 @@ void RemoveTask::remove(unsigned long id) {
   if (!m_core.library.has(id, m_dsid)) return;
   m_core.keys.beforeRemoval(queueOf(m_dsid), id);
   m_core.library.remove(id, m_dsid);
+  if (isGlobalQueue(m_dsid)) m_core.health.worked(Health::Matter::kFullQueue);
   m_removed.emplace_back(queueOf(m_dsid), id);
   ++m_result.deleted;
   m_result.last = id;
@@ -60,6 +61,7 @@ std::vector<unsigned long> idsUpTo(EventSystemHost::Host& host, unsigned int dsi
   };
   if (host.cluster() == nullptr) {
     DatabaseQueueReader().forEachId(dsid, [&](unsigned int, unsigned long id) { return take(id); });
+    requireNoDamage(host);
   } else {
     readerOf(host)->forEach(queueOf(dsid), 0,
                             [&](const EventView& event) { return take(event.id); });

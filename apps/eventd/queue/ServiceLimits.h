@@ -33,6 +33,13 @@ struct ServiceLimits {
   std::chrono::milliseconds lookForAuditRows{1000};
   std::chrono::milliseconds lookForOtherMembers{250};
 
+  // Whether the queues can be used is looked at when somebody asks: anew when the last look is
+  // older than this, the second while something fails. A look that takes longer than the third
+  // tells that they cannot be used.
+  std::chrono::milliseconds lookAge{2000};
+  std::chrono::milliseconds lookAgain{250};
+  std::chrono::milliseconds lookPatience{2000};
+
   // Figures are read anew at most this often, and never take more than this part of the time.
   std::chrono::milliseconds figuresAge{0};
   double figuresShare = 0.05;

@@ -36,6 +36,7 @@ struct StoreResult {
   std::string problem;
   bool replayed = false;     // nothing was stored: the key was known, and these are its ids
   bool keyMismatch = false;  // the key was used with another body; nothing was stored
+  bool diskFull = false;     // the reason for 4
   bool unsettled = false;    // a flush failed: nobody knows which are stored, and `ids` is empty
 };
 
@@ -92,10 +93,14 @@ struct FiguresSnapshot {
 };
 using FiguresPtr = std::shared_ptr<const FiguresSnapshot>;
 
-// Whether queues can be read and written, and if not why, in words for the operator.
+// Whether queues can be read, and events be deleted; whether they take events; and if not why, in
+// words for the operator.
 struct Readiness {
-  bool ready = false;
+  bool reads = false;
+  bool writes = false;
   std::string why;
+
+  bool ready() const { return reads && writes; }
 };
 
 struct LastCheck {

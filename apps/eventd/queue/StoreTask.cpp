@@ -80,6 +80,7 @@ bool StoreTask::storeNext() {
   m_result.ids.push_back(id);
   ++m_next;
   m_core.health.worked(Health::Matter::kStore);
+  if (isGlobalQueue(m_dsid)) m_core.health.worked(Health::Matter::kFullQueue);
   if (m_request != nullptr) m_core.keys.confirm(*m_request, id);
   return true;
 }
@@ -94,21 +95,29 @@ bool StoreTask::refuse(int code, const char* why, const std::string& problem) {
 void StoreTask::notStored(int code) {
   HostQueues& queues = m_core.library.queues();
   if (code == EventSystem::kStorageLimits) {
-    refuse(code, "full",
-           "the queue is full: it holds as many events as " + queues.limitsFile() +
-               " allows; consume or delete some");
+    refuse(code, "full", m_core.library.whyFull());
+    m_core.health.failed(Health::Matter::kFullQueue, m_result.problem);
   } else {
-    refuse(code, "failed",
-           "event " + std::to_string(m_next) + " of the request could not be stored (result " +
-               std::to_string(code) + "); " + queues.whyFailed());
-    m_core.health.failed(Health::Matter::kStore, m_result.problem);
+    const std::string event =
+        "event " + std::to_string(m_next) + " of the request could not be stored";
+    refuseForStore(code, event + " (result " + std::to_string(code) + "); " + queues.whyFailed());
   }
   if (m_request != nullptr) m_core.keys.withdraw(*m_request);
 }
 
+void StoreTask::refuseForStore(int code, const std::string& problem) {
+  const std::string lack = m_core.host.lackOfSpace();
+  m_result.diskFull = !lack.empty();
+  if (m_result.diskFull) {
+    refuse(code, "disk-full", lack + "; delete events, or make room on it");
+  } else {
+    refuse(code, "failed", problem);
+  }
+  m_core.health.failed(Health::Matter::kStore, m_result.problem);
+}
+
 void StoreTask::fail(const std::string& why) {
-  if (m_result.code == 0) refuse(EventSystem::kStoreFailure, "failed", why);
-  m_core.health.failed(Health::Matter::kStore, why);
+  if (m_result.code == 0) refuseForStore(EventSystem::kStoreFailure, why);
   answer();
 }
 
@@ -125,6 +134,7 @@ void StoreTask::answered(int status) {
     m_result = {.code = EventSystem::kStoreFailure,
                 .ids = {},
                 .problem = m_core.flushProblem(status),
+                .diskFull = !m_core.host.lackOfSpace().empty(),
                 .unsettled = true};
   }
   count();

@@ -38,6 +38,7 @@ class StoreTask : public Task {
   bool storeNext();
   bool refuse(int code, const char* why, const std::string& problem);
   void notStored(int code);
+  void refuseForStore(int code, const std::string& problem);
   void answer();
   void answered(int status);
   void count() const;

@@ -47,7 +47,11 @@ void Worker::run() {
     if (m_jobs.empty()) break;
     taken.swap(m_jobs);
     lock.unlock();
-    for (; !taken.empty(); taken.pop_front()) runJob(taken.front());
+    for (; !taken.empty(); taken.pop_front()) {
+      m_progress.begin();
+      runJob(taken.front());
+      m_progress.end();
+    }
     lock.lock();
   }
   m_ended = true;

@@ -3,10 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <exception>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 #include "apps/eventd/Daemon.h"
 #include "tests/eventd/http/RawClient.h"
@@ -36,9 +40,12 @@ class FailingDisk : public ::testing::Test {
         << "[database]\ndurability = " << durability << "\n[log]\nlevel = off\n";
     EventSystemHost::HostOptions options;
     options.home = home();
+    options.reserveBytes = m_reserveBytes;
     m_daemon = std::make_unique<EventApps::Daemon>(EventApps::loadConfiguration(home(), {}),
                                                    options, std::vector<int>());
   }
+
+  std::uintmax_t m_reserveBytes = 0;
 
   std::filesystem::path home() const { return m_directory.path(); }
 
@@ -110,6 +117,29 @@ TEST_F(FailingDisk, ThatFailsOneEventInStrictModeStoresNothing) {
   EXPECT_EQ(events(), 1U);
 }
 
+// A flush that hangs in a commit holds the database.
+TEST_F(FailingDisk, ThatHangsKeepsNobodyFromHearingThatTheProcessServes) {
+  start("strict");
+  FaultVfs::holdFlushes();
+  const auto sent = [this](const std::string& request) {
+    auto client = std::make_unique<RawClient>(home() / "eventd.sock");
+    client->send(request);
+    return client;
+  };
+  const std::string body = kEvent;
+  const auto stored = sent("POST " + std::string(kEvents) +
+                           " HTTP/1.1\r\nHost: test\r\nContent-Type: application/json\r\n"
+                           "Content-Length: " +
+                           std::to_string(body.size()) + "\r\n\r\n" + body);
+  FaultVfs::waitForHeldFlush();
+  std::vector<std::unique_ptr<RawClient>> asking;
+  for (int i = 0; i < 16; ++i) asking.push_back(sent("GET /readyz HTTP/1.1\r\nHost: test\r\n\r\n"));
+  for (int i = 0; i < 16; ++i) EXPECT_EQ(get("/healthz").status, 200U);
+  FaultVfs::letFlushesGo();
+  EXPECT_EQ(stored->reply().status, 201U);
+  for (const auto& client : asking) client->reply();
+}
+
 TEST_F(FailingDisk, ThatIsFullStoresNothingAndIsReadOn) {
   start();
   EXPECT_EQ(post().status, 201U);
@@ -117,13 +147,61 @@ TEST_F(FailingDisk, ThatIsFullStoresNothingAndIsReadOn) {
   std::size_t stored = 1;
   Reply last = post();
   for (; last.status == 201; last = post()) ++stored;  // what a file has room for
-  EXPECT_EQ(problemIn(last, 500, "store-failed")["ids"], json::array());
+  const json problem = problemIn(last, 507, "disk-full");
+  EXPECT_EQ(problem["ids"], json::array());
+  EXPECT_THAT(problem.value("detail", ""), HasSubstr(home().string() + ": the disk is full: "));
   EXPECT_EQ(events(), stored);
-  EXPECT_EQ(get("/readyz").status, 503U);
+  const json why = problemIn(get("/readyz"), 503, "unavailable");
+  EXPECT_EQ(why["reads"], true);
+  EXPECT_EQ(why["writes"], false);
+  EXPECT_THAT(why.value("detail", ""), HasSubstr("the disk is full"));
   FaultVfs::setDiskFull(false);
   waitUntilReady();
   EXPECT_EQ(post().status, 201U);
   EXPECT_EQ(events(), stored + 1);
+}
+
+TEST_F(FailingDisk, ThatIsFullLetsEventsBeDeleted) {
+  m_reserveBytes = 1u << 20;
+  start();
+  const auto reserve = home() / "events.db.reserve";
+  EXPECT_EQ(post().status, 201U);
+  ASSERT_EQ(std::filesystem::file_size(reserve), m_reserveBytes);
+  FaultVfs::setDiskFullWhileThereIs(reserve);
+  std::size_t stored = 1;
+  for (; post().status == 201; ++stored) {
+  }
+  for (std::size_t id = 1; id <= stored; ++id) {
+    const std::string path = std::string(kEvents) + "/" + std::to_string(id);
+    ASSERT_EQ(ask("DELETE", path).status, 204U) << id << " of " << stored;
+  }
+  EXPECT_EQ(std::filesystem::file_size(reserve), 0U);
+  EXPECT_EQ(events(), 0U);
+  FaultVfs::setDiskFull(false);
+  waitUntilReady();
+  EXPECT_EQ(post().status, 201U);
+  EXPECT_EQ(std::filesystem::file_size(reserve), m_reserveBytes) << "for the next time";
+}
+
+TEST_F(FailingDisk, ThatHasLessThanIsKeptBackForDeletingTakesNothing) {
+  start();
+  EXPECT_EQ(post().status, 201U);
+  m_reserveBytes = std::uintmax_t{1} << 60;
+  start();
+  problemIn(post(), 507, "disk-full");
+  EXPECT_EQ(events(), 1U);
+  EXPECT_EQ(get("/readyz?for=reads").status, 200U);
+  EXPECT_EQ(ask("DELETE", std::string(kEvents) + "/1").status, 204U);
+}
+
+TEST_F(FailingDisk, ThatIsFullAtTheFirstStartIsNamed) {
+  m_reserveBytes = std::uintmax_t{1} << 60;
+  try {
+    start();
+    ADD_FAILURE() << "it started";
+  } catch (const std::exception& problem) {
+    EXPECT_THAT(problem.what(), HasSubstr(home().string() + ": the disk is full: "));
+  }
 }
 
 TEST_F(FailingDisk, ThatDoesNotFlushADataSelectionIsNoConflict) {

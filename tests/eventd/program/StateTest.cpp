@@ -139,7 +139,7 @@ TEST_F(State, IsMeasured) {
   EXPECT_EQ(metric("eventd_writes_refused_total{reason=\"full\"}"), 1);
   EXPECT_EQ(metric("eventd_operation_seconds_count{operation=\"post\"}"), 3);
   EXPECT_EQ(metric("eventd_requests_total{method=\"POST\",status=\"507\"}"), 1);
-  EXPECT_EQ(metric("eventd_ready"), 1);
+  EXPECT_EQ(metric("eventd_ready"), 0) << "the queue is full";
   EXPECT_GE(metric("eventd_flushes_total"), 1);
   EXPECT_GE(metric("eventd_flush_seconds_count"), 1);
   EXPECT_GT(metric("process_resident_memory_bytes"), 1e6);
@@ -176,7 +176,28 @@ TEST_F(State, OfMethodsNobodyUsesIsNotMeasuredOneByOne) {
 TEST_F(State, IsReadyAndWell) {
   start();
   EXPECT_EQ(get("/healthz").body, "{\"status\":\"ok\"}\n");
-  EXPECT_EQ(get("/readyz").body, "{\"status\":\"ready\"}\n");
+  EXPECT_EQ(get("/readyz").body, "{\"status\":\"ready\",\"reads\":true,\"writes\":true}\n");
+}
+
+TEST_F(State, TellsReadinessForReadsFromThatForWrites) {
+  write("OrbCentral.ini", "[events]\ncount_limit = 1\n");
+  start();
+  add("a");
+  EXPECT_EQ(post("/v1/queues/0/events", statusEvent("b")).status, 507U);
+  const Reply refused = get("/readyz");
+  EXPECT_EQ(refused.status, 503U);
+  EXPECT_EQ(problemName(refused), "unavailable");
+  EXPECT_EQ(jsonOf(refused)["reads"], true);
+  EXPECT_EQ(jsonOf(refused)["writes"], false);
+  EXPECT_THAT(jsonOf(refused).value("detail", ""), HasSubstr("the queue is full"));
+  const Reply reads = get("/readyz?for=reads");
+  EXPECT_EQ(reads.status, 200U);
+  EXPECT_THAT(jsonOf(reads).value("why", ""), HasSubstr("the queue is full"));
+  EXPECT_EQ(get("/readyz?for=writes").status, 503U);
+  EXPECT_EQ(problemName(get("/readyz?for=everything")), "bad-request");
+  EXPECT_EQ(metric("eventd_ready"), 0);
+  EXPECT_EQ(metric("eventd_ready_for_reads"), 1);
+  EXPECT_EQ(metric("eventd_ready_for_writes"), 0);
 }
 
 TEST_F(State, HasHeadersThatKeepItOutOfCaches) {

@@ -40,7 +40,7 @@ class ClusterService : public ServiceTest {
 
 TEST_F(ClusterService, StoresReadsAndRemoves) {
   EXPECT_FALSE(service().supportsKeys());
-  EXPECT_TRUE(service().readiness().ready) << service().readiness().why;
+  EXPECT_TRUE(readiness().ready()) << readiness().why;
   const StoreResult stored = store(eventsOf({"a", "b", "c"}));
   EXPECT_EQ(stored.code, 0) << stored.problem;
   EXPECT_THAT(stored.ids, ElementsAre(1, 2, 3));
@@ -88,10 +88,20 @@ TEST_F(ClusterService, SaysThatTheServiceIsAwayAndGoesOnWhenItIsBack) {
   const StoreResult failed = store(eventsOf({"a"}));
   EXPECT_EQ(failed.code, EventSystem::kStoreFailure);
   EXPECT_THAT(failed.problem, HasSubstr(m_etcd.endpoint(0)));
-  EXPECT_FALSE(service().readiness().ready);
+  EXPECT_FALSE(readiness().ready());
   m_etcd.start(0);
-  EXPECT_TRUE(eventually([&] { return service().readiness().ready; }));
+  EXPECT_TRUE(eventually([&] { return readiness().ready(); }));
   EXPECT_EQ(store(eventsOf({"b"})).code, 0);
+}
+
+TEST_F(ClusterService, IsNotReadyWhenTheServiceIsAwayAndNobodyAsksItForAnything) {
+  EXPECT_TRUE(readiness().ready());
+  m_etcd.kill(0);
+  const EventApps::Readiness away = readiness();
+  EXPECT_FALSE(away.reads);
+  EXPECT_FALSE(away.writes);
+  m_etcd.start(0);
+  EXPECT_TRUE(eventually([&] { return readiness().ready(); }));
 }
 
 TEST_F(ClusterService, HasFiguresAgainSoonAfterTheServiceIsBack) {

@@ -119,9 +119,8 @@ TEST_F(Flush, ThatFailsIsToldToAllThatWait) {
     unsettled += result.unsettled ? 1 : 0;
   }
   EXPECT_GE(unsettled, 1) << "one was stored before the flush";
-  const EventApps::Readiness readiness = service().readiness();
-  EXPECT_FALSE(readiness.ready);
-  EXPECT_NE(readiness.why, "");
+  EXPECT_FALSE(readiness().ready());
+  EXPECT_NE(readiness().why, "");
   EXPECT_GE(service().counters().failedFlushes, 1u);
   EXPECT_EQ(service().counters().written.at(EventSystem::kCapacityEvent), 1u);
 }
@@ -134,11 +133,35 @@ TEST_F(Flush, ToADatabaseThatWasRemovedFails) {
   std::filesystem::rename(database(), elsewhere);
   auto lost = storeLater();
   EXPECT_EQ(resultOf(lost).code, EventSystem::kStoreFailure);
-  EXPECT_FALSE(service().readiness().ready);
+  EXPECT_FALSE(readiness().ready());
   std::filesystem::rename(elsewhere, database());
-  EXPECT_TRUE(eventually([&] { return service().readiness().ready; }));
+  EXPECT_TRUE(eventually([&] { return readiness().ready(); }));
   auto kept = storeLater();
   EXPECT_EQ(resultOf(kept).code, 0);
+}
+
+TEST_F(Flush, ToALogThatWasRemovedFails) {
+  start();
+  storeOne();
+  const std::filesystem::path log = database().string() + "-wal";
+  const auto elsewhere = home() / "moved-wal";
+  std::filesystem::rename(log, elsewhere);
+  const StoreResult lost = store(eventsOf({"a"}));
+  EXPECT_EQ(lost.code, EventSystem::kStoreFailure);
+  EXPECT_THAT(lost.problem, HasSubstr(log.string() + ": the file was removed"));
+  EXPECT_FALSE(readiness().ready());
+  std::filesystem::rename(elsewhere, log);
+  EXPECT_TRUE(eventually([&] { return readiness().ready(); }));
+  EXPECT_EQ(store(eventsOf({"b"})).code, 0);
+}
+
+TEST_F(Flush, ToALogThatWasRemovedLosesNothingWhenTheServiceIsStopped) {
+  start();
+  const unsigned long id = storeOne();
+  std::filesystem::remove(database().string() + "-wal");
+  EXPECT_EQ(store(eventsOf({"a"})).code, EventSystem::kStoreFailure);
+  start();
+  EXPECT_EQ(idsAfter(0).front(), id);
 }
 
 TEST_F(Flush, ThatFailedOnceLeavesNobodyBehind) {
@@ -158,8 +181,7 @@ TEST_F(Flush, ThatFailedOnceLeavesNobodyBehind) {
     EXPECT_EQ(failed.code, EventSystem::kStoreFailure)
         << durability << ", flushes failed: " << service().counters().failedFlushes;
     EXPECT_THAT(failed.problem, HasSubstr("a flush failed"));
-    EXPECT_TRUE(eventually([&] { return service().readiness().ready; }))
-        << service().readiness().why;
+    EXPECT_TRUE(eventually([&] { return readiness().ready(); })) << readiness().why;
     const unsigned long last = storeOne();
     EXPECT_GT(last, first);
     const Ids all = idsAfter(0);
@@ -177,10 +199,10 @@ TEST_F(Flush, ThatLostEventsStopsTheServiceUntilARestart) {
   EXPECT_EQ(store(manyEvents(1)).code, EventSystem::kStoreFailure);
   FaultVfs::loseUnflushed(false);
   EXPECT_TRUE(eventually([&] { return store(manyEvents(1)).code != 0; }));
-  EXPECT_FALSE(service().readiness().ready);
+  EXPECT_FALSE(readiness().ready());
   EXPECT_EQ(read({0, 1, 100, {}, {}}).code, EventSystem::kStoreFailure);
   start();
-  EXPECT_TRUE(service().readiness().ready);
+  EXPECT_TRUE(readiness().ready());
   EXPECT_THAT(idsAfter(0), ElementsAre(1));
   EXPECT_GT(storeOne(), 1u);
 }
@@ -228,7 +250,7 @@ TEST_F(Flush, ThatFailsInStrictModeFailsItsEventOnly) {
   EXPECT_FALSE(failed.unsettled) << "it is not in the queue";
   const unsigned long id = storeOne();
   EXPECT_THAT(idsAfter(0), ElementsAre(1, id));
-  EXPECT_TRUE(service().readiness().ready);
+  EXPECT_TRUE(readiness().ready());
 }
 
 // Some of them are of the key alone, which the library does not take for a failure of the event.
@@ -265,6 +287,47 @@ TEST_F(Flush, ThatFailsIsNoRefusalOfADataSelection) {
   const EventApps::ChangeResult failed = addDataSelection(5);
   EXPECT_NE(failed.problem, "");
   EXPECT_EQ(failed.refused, std::nullopt);
+}
+
+TEST_F(Flush, ThatHangsIsToldToWhoAsksWhetherTheQueuesCanBeUsed) {
+  for (const char* const durability : {"strict", "group"}) {
+    useDurability(durability);
+    limits.lookPatience = kAMoment;
+    start();
+    ASSERT_TRUE(eventually([&] { return readiness().ready(); }));
+    FaultVfs::holdFlushes();
+    EXPECT_TRUE(eventually([&] { return !readiness().reads; })) << "nobody else asks for anything";
+    EXPECT_THAT(readiness().why, HasSubstr("has not ended within"));
+    FaultVfs::letFlushesGo();
+    EXPECT_TRUE(eventually([&] { return readiness().ready(); })) << durability;
+  }
+}
+
+// The one thread writes and flushes in strict mode; in group mode they are two.
+TEST_F(Flush, ThatHangsIsNoProgress) {
+  for (const char* const durability : {"strict", "group"}) {
+    useDurability(durability);
+    start();
+    storeOne();
+    EXPECT_TRUE(eventually([&] { return service().makesProgress(); }));
+    FaultVfs::holdFlushes();
+    auto stored = storeLater();
+    FaultVfs::waitForHeldFlush();
+    EXPECT_TRUE(eventually([&] { return !service().makesProgress(); })) << durability;
+    EXPECT_FALSE(service().makesProgress());
+    FaultVfs::letFlushesGo();
+    EXPECT_EQ(resultOf(stored).code, 0);
+    EXPECT_TRUE(eventually([&] { return service().makesProgress(); })) << durability;
+  }
+}
+
+TEST_F(Flush, ThatFailsIsFoundByWhoAsksWithoutATrafficOfEvents) {
+  start();
+  ASSERT_TRUE(readiness().ready());
+  FaultVfs::failFlush(1, kForEver);
+  EXPECT_FALSE(readiness().ready());
+  FaultVfs::failFlush(0);
+  EXPECT_TRUE(eventually([&] { return readiness().ready(); }));
 }
 
 TEST_F(Flush, IsMeasured) {

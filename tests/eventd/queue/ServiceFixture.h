@@ -91,7 +91,9 @@ class ServiceTest : public ::testing::Test {
   using ReadResult = EventApps::ReadResult;
 
   explicit ServiceTest(const std::filesystem::path& parent = std::filesystem::temp_directory_path())
-      : m_directory(parent) {}
+      : m_directory(parent) {
+    limits.lookAge = limits.lookAgain = std::chrono::milliseconds(0);
+  }
   ~ServiceTest() override { stop(); }
 
   std::filesystem::path home() const { return m_directory.path(); }
@@ -158,6 +160,9 @@ class ServiceTest : public ::testing::Test {
                                          unsigned int dsid = 0) {
     return answerOf<EventApps::RemoveUpToResult>(
         [&](auto done) { service().removeUpTo(upTo, dsid, dryRun, std::move(done)); });
+  }
+  EventApps::Readiness readiness() {
+    return answerOf<EventApps::Readiness>([&](auto done) { service().readiness(std::move(done)); });
   }
   EventApps::ChangeResult addDataSelection(unsigned int dsid) {
     return answerOf<EventApps::ChangeResult>([&](auto done) {

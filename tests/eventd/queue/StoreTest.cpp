@@ -55,7 +55,23 @@ TEST_F(Store, SaysWhichWereStoredWhenTheQueueBecomesFull) {
   EXPECT_THAT(result.problem, HasSubstr("OrbCentral.ini"));
   EXPECT_THAT(idsAfter(0), ElementsAre(1, 2, 3));
   EXPECT_EQ(service().counters().refused.at("full"), 2u);
-  EXPECT_TRUE(service().readiness().ready) << "a full queue can be read, and emptied";
+}
+
+TEST_F(Store, TellsThatAFullQueueIsReadyForReadsOnly) {
+  useCountLimit(2);
+  start();
+  storeOne();
+  EXPECT_TRUE(readiness().ready());
+  store(eventsOf({"a", "b"}));
+  for (const char* const when : {"when it was refused", "from the start"}) {
+    const EventApps::Readiness full = readiness();
+    EXPECT_TRUE(full.reads) << when;
+    EXPECT_FALSE(full.writes) << when;
+    EXPECT_THAT(full.why, HasSubstr("OrbCentral.ini")) << when;
+    start();
+  }
+  remove(1);
+  EXPECT_TRUE(readiness().ready());
 }
 
 TEST_F(Store, RefusesAnUnknownDataSelection) {
