@@ -20,8 +20,11 @@ std::shared_ptr<EventSystemHost::ClusterClient> startedClient(const char* operat
 // The library writes an event string into a buffer of this size, and cuts what does not fit.
 constexpr std::size_t kLibraryBuffer = 2048;
 
+// Every section ends so. A text within it may hold "}}", as JSON does, where it happens to be cut.
+constexpr const char* kEndOfSection = ";}}";
+
 bool isCut(const std::string& eventString) {
-  return eventString.size() >= kLibraryBuffer - 1 && !eventString.ends_with("}}");
+  return eventString.size() >= kLibraryBuffer - 1 && !eventString.ends_with(kEndOfSection);
 }
 
 }  // namespace
