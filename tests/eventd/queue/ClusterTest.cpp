@@ -35,6 +35,11 @@ class ClusterService : public ServiceTest {
     return id;
   }
 
+  void removeElsewhere(unsigned long id) {
+    EventSystemHost::ClusterClient other(m_etcd.configuration());
+    EXPECT_EQ(other.deleteEventById("events", id, 0), 0u);
+  }
+
   EtcdCluster m_etcd{1};
 };
 
@@ -69,6 +74,35 @@ TEST_F(ClusterService, ShowsWhatOtherMembersStoreInOrder) {
   ASSERT_TRUE(inbox.has(all.size()));
   EXPECT_EQ(inbox.ids(), all);
   EXPECT_EQ(idsAfter(0), all);
+}
+
+TEST_F(ClusterService, ShowsNothingThatAnotherMemberHasDeleted) {
+  store(eventsOf({"a", "b", "c", "d"}));
+  removeElsewhere(1);
+  removeElsewhere(3);
+  EXPECT_THAT(idsAfter(0), ElementsAre(2, 4));
+  EXPECT_THAT(idsAfter(2), ElementsAre(4));
+  Inbox inbox;
+  const auto subscription = inbox.subscribe(service(), 0);
+  ASSERT_TRUE(inbox.has(2));
+  storeElsewhere();
+  ASSERT_TRUE(inbox.has(3));
+  EXPECT_THAT(inbox.ids(), ElementsAre(2, 4, 5));
+}
+
+// What a subscriber could not take when it arrived is read at the service when it can.
+TEST_F(ClusterService, ShowsASubscriberThatWantedNoMoreWhatIsThereLater) {
+  Inbox inbox;
+  inbox.wantMore(false);
+  const auto subscription = inbox.subscribe(service(), 0);
+  storeOne();
+  ASSERT_TRUE(inbox.has(1));
+  store(eventsOf({"b", "c"}));
+  removeElsewhere(2);
+  inbox.wantMore(true);
+  subscription->resume();
+  ASSERT_TRUE(inbox.has(2));
+  EXPECT_THAT(inbox.ids(), ElementsAre(1, 3));
 }
 
 TEST_F(ClusterService, WakesAReaderForAnotherMembersEvent) {
