@@ -75,6 +75,11 @@ Failure notKnown(const Failure& problem) {
                  "; whether the events were stored is not known: eventctl list shows them");
 }
 
+// Whether the queues have failed, not the request.
+bool isFailure(const DaemonProblem& problem) {
+  return problem.kind() == "store-failed" || problem.kind() == "no-majority";
+}
+
 // The daemon speaks of itself, and to programs; here a person is told what to type.
 bool isUnknownSelection(const DaemonProblem& problem) {
   return problem.kind() == "unknown-data-selection";
@@ -186,7 +191,7 @@ StoreOutcome DaemonQueues::refusalOf(const DaemonProblem& problem, Events events
     outcome.reason =
         "consume or delete events, or raise count_limit in OrbCentral.ini of the "
         "daemon's home";
-  } else if (kind == "store-failed") {
+  } else if (isFailure(problem)) {
     if (!problem.members().contains("ids")) throw notKnown(problem);
     outcome.refusal = Refusal::kFailed;
     outcome.reason = "by the daemon: " + outcome.reason;

@@ -12,7 +12,7 @@ namespace {
 
 using enum ProblemKind;
 
-constexpr std::array<ProblemText, 23> kTexts = {{
+constexpr std::array<ProblemText, 24> kTexts = {{
     {kBadRequest, "bad-request", 400, "The request is wrong"},
     {kUnauthorized, "unauthorized", 401, "Who is asking is not known"},
     {kForbidden, "forbidden", 403, "The role does not allow this"},
@@ -33,6 +33,7 @@ constexpr std::array<ProblemText, 23> kTexts = {{
     {kNotImplemented, "not-implemented", 501, "This is not known here"},
     {kUnavailable, "unavailable", 503, "The daemon does not serve at the moment"},
     {kTooManyWaiting, "too-many-waiting", 503, "Too many readers wait already"},
+    {kNoMajority, "no-majority", 503, "The cluster has no majority"},
     {kVersionNotSupported, "version-not-supported", 505, "This version of HTTP is not spoken"},
     {kQueueFull, "queue-full", 507, "The queue is full"},
     {kUnknownDataSelection, "unknown-data-selection", 404, "There is no such data selection"},

@@ -77,7 +77,7 @@ void Core::runSlice(const TaskPtr& task) {
     showArrivals();
     if (!ended) run(task);
   } catch (const std::exception& problem) {
-    task->fail(problem.what());
+    task->fail(problem);
     showArrivals();
   }
 }

@@ -41,11 +41,11 @@ bool ReadTask::walk() {
                              });
 }
 
-void ReadTask::fail(const std::string& why) {
-  m_core.health.failed(Health::Matter::kRead, why);
+void ReadTask::fail(const std::exception& problem) {
+  m_core.health.failed(Health::Matter::kRead, problem.what());
   m_read.events.clear();
-  m_read.code = EventSystem::kStoreFailure;
-  m_read.problem = why;
+  m_read.code = codeOf(problem);
+  m_read.problem = problem.what();
   answer();
 }
 

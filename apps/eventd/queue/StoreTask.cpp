@@ -98,17 +98,27 @@ void StoreTask::notStored(int code) {
            "the queue is full: it holds as many events as " + queues.limitsFile() +
                " allows; consume or delete some");
   } else {
-    refuse(code, "failed",
-           "event " + std::to_string(m_next) + " of the request could not be stored (result " +
-               std::to_string(code) + "); " + queues.whyFailed());
+    m_result.unsettled = queues.isOpen();
+    refuse(queues.lacksMajority() ? kNoMajority : code, "failed",
+           whatFailed(code) + "; " + queues.whyFailed());
     m_core.health.failed(Health::Matter::kStore, m_result.problem);
   }
   if (m_request != nullptr) m_core.keys.withdraw(*m_request);
 }
 
-void StoreTask::fail(const std::string& why) {
-  if (m_result.code == 0) refuse(EventSystem::kStoreFailure, "failed", why);
-  m_core.health.failed(Health::Matter::kStore, why);
+std::string StoreTask::whatFailed(int code) const {
+  const std::string event = "event " + std::to_string(m_next) + " of the request";
+  if (!m_result.unsettled) {
+    return event + " could not be stored (result " + std::to_string(code) + ")";
+  }
+  const char* const others =
+      m_events.size() == 1 ? "" : " (those before it are, those behind it are not)";
+  return "whether " + event + " is stored is not known" + others;
+}
+
+void StoreTask::fail(const std::exception& problem) {
+  if (m_result.code == 0) refuse(codeOf(problem), "failed", problem.what());
+  m_core.health.failed(Health::Matter::kStore, problem.what());
   answer();
 }
 
@@ -128,6 +138,7 @@ void StoreTask::answered(int status) {
                 .unsettled = true};
   }
   count();
+  if (m_result.unsettled) m_result.ids.clear();
   m_done(std::move(m_result));
   if (m_request == nullptr) {
     m_operation.reset();

@@ -120,7 +120,8 @@ TEST_F(ClusterService, SaysThatTheServiceIsAwayAndGoesOnWhenItIsBack) {
   storeOne();
   m_etcd.kill(0);
   const StoreResult failed = store(eventsOf({"a"}));
-  EXPECT_EQ(failed.code, EventSystem::kStoreFailure);
+  EXPECT_EQ(failed.code, EventApps::kNoMajority);
+  EXPECT_TRUE(failed.unsettled);
   EXPECT_THAT(failed.problem, HasSubstr(m_etcd.endpoint(0)));
   EXPECT_FALSE(service().readiness().ready);
   m_etcd.start(0);
