@@ -13,15 +13,22 @@ namespace {
 
 using EventSystemHost::ClusterError;
 using EventSystemHost::ClusterEvent;
+using EventSystemHost::ClusterWithoutMajority;
+
+std::string unread(const ClusterError& problem) {
+  return "the cluster service cannot be read: " + std::string(problem.what()) + "; " +
+         kClusterAdvice;
+}
 
 // What is asked of the service; its failures with what to do about them.
 template <class Question>
 auto ask(const Question& question) {
   try {
     return question();
+  } catch (const ClusterWithoutMajority& problem) {
+    throw NoMajority(unread(problem));
   } catch (const ClusterError& problem) {
-    throw Failure("the cluster service cannot be read: " + std::string(problem.what()) + "; " +
-                  kClusterAdvice);
+    throw Failure(unread(problem));
   }
 }
 

@@ -15,6 +15,12 @@ class Failure : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// The queues are at a cluster that has no majority: the same can be done when it has one again.
+class NoMajority : public Failure {
+ public:
+  using Failure::Failure;
+};
+
 }  // namespace EventApps
 
 #endif

@@ -37,8 +37,8 @@ std::unique_ptr<EventSystem::Event> HostQueues::next(unsigned long afterId, unsi
     const bool removed = isClustered() && result == EventSystem::kGeneralFailure &&
                          m_host->lastClusterCall().failure.empty();
     if (removed) continue;
-    throw Failure("cannot read " + queueName(dsid) + " after event " + std::to_string(afterId) +
-                  " (result " + std::to_string(result) + "); " + whyFailed());
+    fail("cannot read " + queueName(dsid) + " after event " + std::to_string(afterId) +
+         " (result " + std::to_string(result) + ")");
   }
 }
 
@@ -49,8 +49,15 @@ void HostQueues::remove(unsigned long id, unsigned int dsid) {
                     : !DatabaseQueueReader().has(id, dsid)) {
     return;
   }
-  throw Failure("event " + std::to_string(id) + " could not be deleted from " + queueName(dsid) +
-                "; " + whyFailed());
+  const std::string event = "event " + std::to_string(id);
+  if (isOpen()) fail("whether " + event + " was deleted from " + queueName(dsid) + " is not known");
+  fail(event + " could not be deleted from " + queueName(dsid));
+}
+
+void HostQueues::fail(const std::string& what) const {
+  const std::string problem = what + "; " + whyFailed();
+  if (lacksMajority()) throw NoMajority(problem);
+  throw Failure(problem);
 }
 
 void HostQueues::makeDurable() {

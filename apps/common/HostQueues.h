@@ -56,10 +56,16 @@ class HostQueues {
   // Why the last call of the manager failed: what the cluster service said, that the disk is full,
   // or where the log is.
   std::string whyFailed() const;
+  // Whether it was that the cluster has no majority.
+  bool lacksMajority() const { return isClustered() && m_host->lastClusterCall().lacksMajority; }
+  // Whether what it was to change may be changed all the same.
+  bool isOpen() const { return isClustered() && m_host->lastClusterCall().open; }
 
   std::string limitsFile() const;
 
  private:
+  // Throws what the last call of the manager has failed in, with the reason.
+  [[noreturn]] void fail(const std::string& what) const;
   // "the log says why: FILE", for failures whose reason only the log knows.
   std::string seeLog() const;
 

@@ -41,6 +41,8 @@ std::string whyNotTogether(const EventKind& kind, const FieldTexts& texts) {
       throw Failure("the event was refused: " + queue + " is full; " + outcome.reason);
     case StoreOutcome::Refusal::kRejected:
       throw Failure("the event was refused: " + outcome.reason);
+    case StoreOutcome::Refusal::kUnknown:
+      throw Failure("whether the event was stored is not known: " + outcome.reason);
     default:
       throw Failure("the event was not stored " + outcome.reason);
   }

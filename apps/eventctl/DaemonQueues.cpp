@@ -75,6 +75,12 @@ Failure notKnown(const Failure& problem) {
                  "; whether the events were stored is not known: eventctl list shows them");
 }
 
+// Whether the queues have failed, not the request.
+bool isFailure(const DaemonProblem& problem) {
+  const std::string& kind = problem.kind();
+  return kind == "store-failed" || kind == "disk-full" || kind == "no-majority";
+}
+
 // The daemon speaks of itself, and to programs; here a person is told what to type.
 bool isUnknownSelection(const DaemonProblem& problem) {
   return problem.kind() == "unknown-data-selection";
@@ -189,7 +195,7 @@ StoreOutcome DaemonQueues::refusalOf(const DaemonProblem& problem, Events events
     outcome.reason =
         "consume or delete events, or raise count_limit in OrbCentral.ini of the "
         "daemon's home";
-  } else if (kind == "store-failed" || kind == "disk-full") {
+  } else if (isFailure(problem)) {
     if (!problem.members().contains("ids")) throw notKnown(problem);
     outcome.refusal = Refusal::kFailed;
     outcome.reason = "by the daemon: " + outcome.reason;

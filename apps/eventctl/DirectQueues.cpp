@@ -111,7 +111,7 @@ StoreOutcome DirectQueues::store(Events events, unsigned int dsid) {
       return outcome;
     }
     if (result != 0) {
-      outcome.refusal = Refusal::kFailed;
+      outcome.refusal = queues().isOpen() ? Refusal::kUnknown : Refusal::kFailed;
       outcome.reason = "(result " + std::to_string(result) + "); " + queues().whyFailed();
       return outcome;
     }

@@ -127,11 +127,17 @@ class Importer {
         return refuseFull(line, dsid, outcome.reason);
       case StoreOutcome::Refusal::kRejected:
         return refuse(line, outcome.reason);
+      case StoreOutcome::Refusal::kUnknown:
+        return failed(line, "whether the event was stored is not known: " + outcome.reason);
       default:
-        ++m_failures;
-        m_lastTried = line;
-        refuse(line, "the event was not stored " + outcome.reason);
+        return failed(line, "the event was not stored " + outcome.reason);
     }
+  }
+
+  void failed(unsigned long line, const std::string& problem) {
+    ++m_failures;
+    m_lastTried = line;
+    refuse(line, problem);
   }
 
   void noteStored(unsigned long line, unsigned int dsid, unsigned long id) {

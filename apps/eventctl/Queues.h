@@ -61,9 +61,10 @@ class ReadableQueues {
 };
 
 // What came of a call to store events: the ids of the first ones, which are stored, and why the one
-// behind them is not; those after it were not tried. Without a refusal, too, some may be left.
+// behind them is not, or why nobody knows (kUnknown); those after it were not tried. Without a
+// refusal, too, some may be left.
 struct StoreOutcome {
-  enum class Refusal { kNone, kFull, kRejected, kFailed };
+  enum class Refusal { kNone, kFull, kRejected, kFailed, kUnknown };
 
   std::vector<unsigned long> ids = {};
   Refusal refusal = Refusal::kNone;

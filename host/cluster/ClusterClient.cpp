@@ -27,6 +27,7 @@ unsigned int statusOf(EtcdFailure failure) {
     case EtcdFailure::kNone:
       return 0;
     case EtcdFailure::kUnsettled:
+    case EtcdFailure::kNoMajority:
       return kClusterUnreachable;
     case EtcdFailure::kNoSpace:
       return kClusterNoSpace;
@@ -40,7 +41,7 @@ unsigned int statusOf(EtcdFailure failure) {
 // Logs why the arguments are no good; nothing is sent.
 bool acceptable(const char* operation, const std::string& fault, unsigned int dsid) {
   if (fault.empty()) return true;
-  noteClusterCall(fault);
+  noteClusterCall({.failure = fault});
   ErrorA(4, "%s data selection %u: %s", operation, dsid, fault.c_str());
   return false;
 }
@@ -81,14 +82,16 @@ struct ClusterClient::Parts {
   // Notes and logs what came of a call, with the endpoints where etcd was not even asked.
   unsigned int conclude(const char* operation, const QueueLane& lane, EtcdResult result) const {
     if (result.ok()) {
-      noteClusterCall("");
+      noteClusterCall({});
       return 0;
     }
     const bool named = std::any_of(
         configuration.endpoints.begin(), configuration.endpoints.end(),
         [&](const std::string& each) { return result.message.find(each) != std::string::npos; });
     if (!named) result.message += " (at " + channel.endpoints() + ")";
-    noteClusterCall(result.message);
+    noteClusterCall({.failure = result.message,
+                     .open = result.uncertain,
+                     .lacksMajority = result.failure == EtcdFailure::kNoMajority});
     ErrorA(4, "%s queue %s, data selection %u: %s", operation, lane.queue.c_str(), lane.dsid,
            result.message.c_str());
     return statusOf(result.failure);
@@ -150,7 +153,7 @@ unsigned int ClusterClient::copyEvent(const std::string& queue, const std::strin
   const Deadline deadline(m_parts->configuration.deadline);
   QueueLane& lane = m_parts->lane(queue, dsid);
   if (!m_parts->copyRun.admits(lane, id)) {
-    noteClusterCall("a copy before this one failed, and this one waits for it");
+    noteClusterCall({.failure = "a copy before this one failed, and this one waits for it"});
     return kClusterBusy;
   }
   const Gate::Pass pass(lane.gate, deadline);

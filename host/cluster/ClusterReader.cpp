@@ -50,6 +50,7 @@ struct ClusterReader::Parts {
   Deadline deadline() const { return Deadline(configuration.deadline); }
 
   static void require(const EtcdResult& result) {
+    if (result.failure == EtcdFailure::kNoMajority) throw ClusterWithoutMajority(result.message);
     if (!result.ok()) throw ClusterError(result.message);
   }
 

@@ -26,6 +26,12 @@ class EVENTSYSTEM_HOST_API ClusterError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// The same, because no majority of the members answers.
+class EVENTSYSTEM_HOST_API ClusterWithoutMajority : public ClusterError {
+ public:
+  using ClusterError::ClusterError;
+};
+
 struct ClusterEvent {
   unsigned long id = 0;
   std::string member;  // that stored it

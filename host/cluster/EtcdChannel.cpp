@@ -4,6 +4,7 @@
 #include <optional>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include "EventSystem/platform/HostLog.h"
 #include "host/cluster/Endpoint.h"
@@ -106,14 +107,21 @@ EtcdResult EtcdChannel::repeat(const Attempt& attempt, const std::string& token,
     if (!unsettled && result.failure != EtcdFailure::kTooManyRequests) return result;
     // The last attempt is often cut short; the one before it knows why.
     if (told.empty() || !deadline.passed()) told = result.message;
-    if (deadline.left() <= pause) {
-      result.message = told + " (etcd at " + m_allEndpoints + ")";
-      return result;
-    }
+    if (deadline.left() <= pause) return givenUp(std::move(result), told);
     if (unsettled && !m_choice.allAvoided()) continue;
     m_members[member]->rest(pause);
     pause = std::min(2 * pause, kLongestPause);
   }
+}
+
+// What gRPC has `told` of single members is for the log; a caller wants to know what it means.
+EtcdResult EtcdChannel::givenUp(EtcdResult last, const std::string& told) const {
+  const std::string where = " (etcd at " + m_allEndpoints + ")";
+  if (last.failure == EtcdFailure::kUnsettled) {
+    WarningA(4, "%s no member answers; the last one: %s", __func__, told.c_str());
+    return {EtcdFailure::kNoMajority, "no majority of the members answers" + where, last.uncertain};
+  }
+  return {last.failure, told + where, last.uncertain};
 }
 
 // A read through a majority: a member that is cut off from the others does not serve either.

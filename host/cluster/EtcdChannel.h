@@ -82,6 +82,7 @@ class EtcdChannel {
                      std::chrono::milliseconds patience);
   EtcdResult ask(std::size_t member, const Attempt& attempt, const std::string& token,
                  const Deadline& deadline);
+  EtcdResult givenUp(EtcdResult last, const std::string& told) const;
   std::string token() const;
   // `refused` is the token that etcd did not take, when there was one.
   EtcdResult logIn(const std::optional<std::string>& refused, const Deadline& deadline);

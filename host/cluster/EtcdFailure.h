@@ -16,6 +16,7 @@ namespace EventSystemHost {
 enum class EtcdFailure {
   kNone,             // answered
   kUnsettled,        // no answer, or none that says whether it was done: send it again
+  kNoMajority,       // the same of every member until the deadline
   kTooManyRequests,  // not done; etcd is behind with its work
   kTokenRefused,     // not done; log in again
   kLeaseGone,        // not done; the lease of a key to be put does not exist any more

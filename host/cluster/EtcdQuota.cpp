@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <new>
 
 namespace EventSystemHost {
 namespace {
@@ -19,10 +20,16 @@ Transfer makeTransfer() {
   return {initialized == CURLE_OK ? curl_easy_init() : nullptr, &curl_easy_cleanup};
 }
 
+// Called by C code, through which nothing can be thrown.
 std::size_t append(const char* data, std::size_t size, std::size_t count, void* answer) noexcept {
+  constexpr std::size_t kEndsTheTransfer = 0;
   std::string& text = *static_cast<std::string*>(answer);
-  if (text.size() + size * count > kMost) return 0;  // ends the transfer
-  text.append(data, size * count);
+  if (text.size() + size * count > kMost) return kEndsTheTransfer;
+  try {
+    text.append(data, size * count);
+  } catch (const std::bad_alloc&) {
+    return kEndsTheTransfer;
+  }
   return size * count;
 }
 

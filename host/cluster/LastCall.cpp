@@ -1,5 +1,7 @@
 #include "host/cluster/LastCall.h"
 
+#include <utility>
+
 namespace EventSystemHost {
 namespace {
 
@@ -14,12 +16,8 @@ const ClusterCall& lastClusterCall() {
   return callOfThisThread();
 }
 
-void noteClusterCall(const std::string& failure) {
-  callOfThisThread() = {0, failure};
-}
-
-void noteNewEvent(unsigned long id) {
-  callOfThisThread() = {id, ""};
+void noteClusterCall(ClusterCall call) {
+  callOfThisThread() = std::move(call);
 }
 
 }  // namespace EventSystemHost

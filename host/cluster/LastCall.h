@@ -11,15 +11,16 @@
 namespace EventSystemHost {
 
 struct ClusterCall {
-  unsigned long newId = 0;  // of the event that a newEvent has stored; 0 after any other call
-  std::string failure;      // what failed and where, in words for the operator; empty on success
+  unsigned long newId = 0;     // of the event that a newEvent has stored; 0 after any other call
+  std::string failure = {};    // what failed and where, for the operator; empty on success
+  bool open = false;           // it failed, and what it was to change may be changed all the same
+  bool lacksMajority = false;  // it failed because no majority of the members answers
 };
 
 // Of the calling thread.
 const ClusterCall& lastClusterCall();
 
-void noteClusterCall(const std::string& failure);
-void noteNewEvent(unsigned long id);
+void noteClusterCall(ClusterCall call);
 
 }  // namespace EventSystemHost
 

@@ -6,11 +6,31 @@
 
 namespace EventSystemHost {
 
+namespace {
+
+// Whether a request that came out so may have been done. Who finds the quota used up may have been
+// the last to fit.
+bool mayBeDone(const EtcdResult& result) {
+  return result.uncertain || result.failure == EtcdFailure::kNoSpace;
+}
+
+}  // namespace
+
+// Of the tries of this call alone: what the requests around them came to is no answer to whether
+// the event is stored.
+EtcdResult PlainWriter::write(QueueLane& lane, const std::string& value, const Deadline& deadline,
+                              unsigned long& newId) {
+  bool open = false;
+  EtcdResult result = tryToWrite(lane, value, deadline, newId, open);
+  result.uncertain = open && !result.ok();
+  return result;
+}
+
 // The token is new for each call. While tries of earlier calls are open, this one carries the same
 // conditions: if it is stored, they can never be; if not, the token that is there tells which of
 // them was.
-EtcdResult PlainWriter::write(QueueLane& lane, const std::string& value, const Deadline& deadline,
-                              unsigned long& newId) {
+EtcdResult PlainWriter::tryToWrite(QueueLane& lane, const std::string& value,
+                                   const Deadline& deadline, unsigned long& newId, bool& open) {
   const std::string hash = fingerprint(value);
   if (const auto stored = lane.unsettled.claim(hash)) {
     newId = *stored;
@@ -25,6 +45,7 @@ EtcdResult PlainWriter::write(QueueLane& lane, const std::string& value, const D
     write.markValue = tokenValue({token, write.id});
     WriteAnswer answer;
     result = send(m_channel, lane.keys, write, answer, deadline);
+    open = open || mayBeDone(result);
     if (!result.ok() || result.uncertain) lane.unsettled.add({token, write.id, hash});
     if (result.failure == EtcdFailure::kLeaseGone) {
       m_lease.lost(write.markLease);
@@ -34,6 +55,7 @@ EtcdResult PlainWriter::write(QueueLane& lane, const std::string& value, const D
     // Before the lane forgets the conditions that the open tries have in common.
     if (!answer.stored) result = settle(lane, answer.mark, deadline);
     if (!result.ok()) return result;
+    open = false;
     lane.sequence = answer.sequence;
     lane.token = answer.mark;
     if (answer.stored) {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <set>
 
+#include "host/cluster/LastCall.h"
 #include "tests/cluster/EtcdCluster.h"
 #include "tests/cluster/FaultTable.h"
 #include "tests/cluster/LogCapture.h"
@@ -17,6 +18,7 @@ namespace {
 
 using EventSystemHost::ClusterClient;
 using EventSystemHost::ClusterConfiguration;
+using EventSystemHost::lastClusterCall;
 
 std::vector<std::string> textsOf(const std::vector<StoredEvent>& events) {
   std::vector<std::string> texts;
@@ -130,6 +132,21 @@ TEST_F(ClusterAnswerLostToAHastyProducer, UntilTheDeadlineFailsTheCallAndNamesTh
   EXPECT_LT(History::now() - begin, std::chrono::seconds(20));
   EXPECT_THAT(logged(), testing::AllOf(testing::HasSubstr("newEvent queue events"),
                                        testing::HasSubstr(proxy.endpoint())));
+}
+
+TEST_F(ClusterAnswerLostToAHastyProducer, LeavesTheOutcomeOpenUnlessNothingWasSent) {
+  proxy.setDown(true);
+  EXPECT_EQ(store(hasty, "first"), 0u);
+  EXPECT_TRUE(lastClusterCall().lacksMajority);
+  EXPECT_FALSE(lastClusterCall().open);
+  proxy.setDown(false);
+  ASSERT_NE(storeAtLast(hasty, "first"), 0u);
+  EXPECT_FALSE(lastClusterCall().open);
+  failToStore(hasty, "second");
+  EXPECT_TRUE(lastClusterCall().lacksMajority);
+  EXPECT_TRUE(lastClusterCall().open);
+  EXPECT_EQ(store(hasty, std::string(2'000'000, 'x')), 0u);
+  EXPECT_FALSE(lastClusterCall().open) << "etcd refused it";
 }
 
 TEST_F(ClusterAnswerLostToAHastyProducer, IsFoundWhenTheSameEventIsHandedInAgain) {

@@ -6,6 +6,7 @@
 #include <stop_token>
 #include <thread>
 
+#include "host/cluster/LastCall.h"
 #include "tests/cluster/EtcdCluster.h"
 #include "tests/cluster/Eventually.h"
 #include "tests/cluster/FaultTable.h"
@@ -19,6 +20,8 @@ namespace {
 
 using EventSystemHost::ClusterClient;
 using EventSystemHost::ClusterConfiguration;
+using EventSystemHost::lastClusterCall;
+using testing::HasSubstr;
 
 constexpr long kSome = 40;
 
@@ -163,6 +166,7 @@ TEST(ClusterFault, NoMajorityEndsEachCallWithinItsDeadline) {
   unsigned long id = 0;
   std::string text;
   within([&] { return client.newEvent("events", "alpha", "second", 0, id, 0); });
+  EXPECT_THAT(lastClusterCall().failure, HasSubstr("no majority of the members answers"));
   within([&] { return client.newEvent("events", "alpha", "copy", 7, id, 0); });
   within([&] { return client.getNextEvent("events", 0, id, text, text, 0); });
   within([&] { return client.deleteEventById("events", 1, 0); });

@@ -58,7 +58,7 @@ std::optional<IdempotencyKey> keyIn(const Services& services, const Call& call, 
 }
 
 Problem problemOf(const StoreResult& result, unsigned int dsid) {
-  Problem problem{.kind = ProblemKind::kStoreFailed, .detail = result.problem};
+  Problem problem = queueProblem(result.code, result.problem);
   if (result.diskFull) problem.kind = ProblemKind::kDiskFull;
   if (result.code == EventSystem::kStorageLimits) problem.kind = ProblemKind::kQueueFull;
   if (result.code == EventSystem::kGeneralFailure) problem.kind = ProblemKind::kInvalidEvent;
@@ -110,7 +110,7 @@ std::string bodyOf(const ReadResult& result) {
 }
 
 void answerRead(const CallPtr& call, const ReadResult& result) {
-  if (result.code != 0) return call->fail(ProblemKind::kStoreFailed, result.problem);
+  if (result.code != 0) return call->fail(queueProblem(result.code, result.problem));
   call->answer({200, "application/json", bodyOf(result), {}});
 }
 
@@ -172,7 +172,7 @@ void findEvent(Services& services, const CallPtr& call) {
   const unsigned long id = idIn(*call);
   Parameters(call->request(), {});
   services.queues.find(id, dsid, [call, id, dsid](const FindResult& result) {
-    if (result.code != 0) return call->fail(ProblemKind::kStoreFailed, result.problem);
+    if (result.code != 0) return call->fail(queueProblem(result.code, result.problem));
     if (result.event)
       return call->answer({200, "application/json", result.event->json() + "\n", {}});
     call->fail(ProblemKind::kNotFound,
@@ -185,7 +185,7 @@ void removeEvent(Services& services, const CallPtr& call) {
   const unsigned long id = idIn(*call);
   Parameters(call->request(), {});
   services.queues.remove(id, dsid, [call, id, dsid](const RemoveResult& result) {
-    if (result.code != 0) return call->fail(ProblemKind::kStoreFailed, result.problem);
+    if (result.code != 0) return call->fail(queueProblem(result.code, result.problem));
     if (result.found) return call->answer({204, "", "", {}});
     call->fail(ProblemKind::kNotFound,
                "there is no event " + std::to_string(id) + " in " + queueName(dsid));
@@ -208,9 +208,9 @@ void removeEvents(Services& services, const CallPtr& call) {
     if (result.code == 0) {
       return call->answerJson(200, {{"deleted", result.deleted}, {"last", result.last}});
     }
-    call->fail({.kind = ProblemKind::kStoreFailed,
-                .detail = result.problem,
-                .members = {{"deleted", result.deleted}, {"last", result.last}}});
+    Problem problem = queueProblem(result.code, result.problem);
+    problem.members = {{"deleted", result.deleted}, {"last", result.last}};
+    call->fail(problem);
   });
 }
 

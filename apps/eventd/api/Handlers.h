@@ -5,6 +5,9 @@
 #ifndef EVENTSYSTEM_APPS_EVENTD_API_HANDLERS_H
 #define EVENTSYSTEM_APPS_EVENTD_API_HANDLERS_H
 
+#include <string>
+
+#include "apps/eventd/api/Problem.h"
 #include "apps/eventd/api/Router.h"
 
 namespace EventApps::Api {
@@ -37,6 +40,9 @@ void showAsset(const CallPtr& call);
 // The queue that a path names; the global queue is 0 whatever number it is called by. Throws
 // Refused when there is none.
 unsigned int queueIn(const Services& services, const Call& call);
+
+// What a client is told when the queues could not do what it asked for, with their code and words.
+Problem queueProblem(int code, const std::string& problem);
 
 // Whether a body is there; then it must be JSON. Throws Refused.
 nlohmann::json optionalBody(const Call& call, std::initializer_list<std::string_view> members);

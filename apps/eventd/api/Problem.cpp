@@ -12,7 +12,7 @@ namespace {
 
 using enum ProblemKind;
 
-constexpr std::array<ProblemText, 24> kTexts = {{
+constexpr std::array<ProblemText, 25> kTexts = {{
     {kBadRequest, "bad-request", 400, "The request is wrong",
      "The request cannot be understood: its path, a parameter, a header or its body. The detail "
      "says which; send it otherwise."},
@@ -70,6 +70,10 @@ constexpr std::array<ProblemText, 24> kTexts = {{
     {kTooManyWaiting, "too-many-waiting", 503, "Too many readers wait already",
      "As many readers wait as waiting of eventd.ini allows. Ask without waiting, or try again "
      "later."},
+    {kNoMajority, "no-majority", 503, "The cluster has no majority",
+     "Too few members of the cluster can be reached to decide anything. Try again after the seconds "
+     "in Retry-After. Of a write, ids has the events that were stored; where it is missing, it is "
+     "not known which were."},
     {kVersionNotSupported, "version-not-supported", 505, "This version of HTTP is not spoken",
      "HTTP/1.1 and HTTP/1.0 are spoken here."},
     {kQueueFull, "queue-full", 507, "The queue is full",

@@ -38,6 +38,7 @@ enum class ProblemKind {
   kNotImplemented,
   kUnavailable,
   kTooManyWaiting,
+  kNoMajority,
   kVersionNotSupported,
   kQueueFull,
   kUnknownDataSelection,

@@ -54,10 +54,11 @@ DataSelection selectionIn(const Call& call) {
   return selection;
 }
 
-ProblemKind kindOf(const ChangeResult& result) {
-  if (!result.refused) return ProblemKind::kStoreFailed;
-  return *result.refused == SelectionRefused::Reason::kUnknown ? ProblemKind::kUnknownDataSelection
-                                                               : ProblemKind::kConflict;
+Problem problemOf(const ChangeResult& result) {
+  if (!result.refused) return queueProblem(result.code, result.problem);
+  const bool isUnknown = *result.refused == SelectionRefused::Reason::kUnknown;
+  return {.kind = isUnknown ? ProblemKind::kUnknownDataSelection : ProblemKind::kConflict,
+          .detail = result.problem};
 }
 
 }  // namespace
@@ -72,6 +73,11 @@ unsigned int queueIn(const Services& services, const Call& call) {
   throw Refused(ProblemKind::kUnknownDataSelection,
                 "data selection " + std::to_string(dsid) +
                     " does not exist; add it with PUT /v1/queues/" + std::to_string(dsid));
+}
+
+Problem queueProblem(int code, const std::string& problem) {
+  if (code != kNoMajority) return {.kind = ProblemKind::kStoreFailed, .detail = problem};
+  return {.kind = ProblemKind::kNoMajority, .detail = problem, .headers = {{"Retry-After", "1"}}};
 }
 
 json optionalBody(const Call& call, std::initializer_list<std::string_view> members) {
@@ -93,7 +99,7 @@ json optionalBody(const Call& call, std::initializer_list<std::string_view> memb
 void listQueues(Services& services, const CallPtr& call) {
   Parameters(call->request(), {});
   services.queues.figures([call](const FiguresPtr& figures) {
-    if (!figures->problem.empty()) return call->fail(ProblemKind::kStoreFailed, figures->problem);
+    if (!figures->problem.empty()) return call->fail(queueProblem(figures->code, figures->problem));
     call->answerJson(200, {{"queues", jsonOfQueues(*figures)}});
   });
 }
@@ -109,7 +115,7 @@ void addQueue(Services& services, const CallPtr& call) {
                   "the highest number of a data selection is " + std::to_string(kHighestSelection));
   }
   services.queues.addDataSelection(selection, [call, selection](const ChangeResult& result) {
-    if (!result.problem.empty()) return call->fail(kindOf(result), result.problem);
+    if (!result.problem.empty()) return call->fail(problemOf(result));
     const nlohmann::ordered_json object = {
         {"dsid", selection.id}, {"name", selection.name}, {"type", selection.type}};
     call->answer({201, "application/json", jsonLine(object) + "\n", {}});
@@ -123,7 +129,7 @@ void removeQueue(Services& services, const CallPtr& call) {
     throw Refused(ProblemKind::kConflict, "this is the global queue, which stays");
   }
   services.queues.removeDataSelection(dsid, [call](const ChangeResult& result) {
-    if (!result.problem.empty()) return call->fail(kindOf(result), result.problem);
+    if (!result.problem.empty()) return call->fail(problemOf(result));
     call->answer({204, "", "", {}});
   });
 }
@@ -135,7 +141,7 @@ void checkQueues(Services& services, const CallPtr& call) {
     throw Refused(ProblemKind::kBadRequest, "the body's member fix is neither true nor false");
   }
   services.queues.check(body.value("fix", false), [call](const CheckResult& result) {
-    if (!result.problem.empty()) return call->fail(ProblemKind::kStoreFailed, result.problem);
+    if (!result.problem.empty()) return call->fail(queueProblem(result.code, result.problem));
     call->answerJson(200, jsonOf(result.report));
   });
 }

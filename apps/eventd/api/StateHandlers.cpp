@@ -124,7 +124,7 @@ void later(Services& services, const CallPtr& call, std::function<void()> task) 
 void withFigures(Services& services, const CallPtr& call,
                  std::function<void(const FiguresPtr&)> answer) {
   services.queues.figures([&services, call, answer = std::move(answer)](const FiguresPtr& figures) {
-    if (!figures->problem.empty()) return call->fail(ProblemKind::kStoreFailed, figures->problem);
+    if (!figures->problem.empty()) return call->fail(queueProblem(figures->code, figures->problem));
     later(services, call, [answer, figures] { answer(figures); });
   });
 }

@@ -35,6 +35,7 @@ void Audience::show(const Arrivals& arrivals) {
   wakeReaders(target, arrivals.events);
   const auto subscribers = target.subscribers;  // a callback may cancel
   for (const SubscriberPtr& subscriber : subscribers) pump(target, subscriber);
+  if (!m_keeps) target.ring.clear();
 }
 
 void Audience::wakeReaders(Queue& queue, const EventList& events) {

@@ -58,9 +58,11 @@ class Audience {
  public:
   static constexpr std::size_t kEventsAtOnce = 64;  // for a subscriber, kept or fetched
 
-  // `fetch` brings a subscriber events that are not kept here any more.
-  Audience(const ServiceLimits& limits, std::function<void(const SubscriberPtr&)> fetch)
-      : m_limits(limits), m_fetch(std::move(fetch)) {}
+  // `keeps`: whether all deletions are told here. Where other members of a cluster delete, too,
+  // what arrives is shown to those who wait, and then forgotten: from memory a reader would get
+  // events that are gone. `fetch` brings a subscriber events that are not kept here any more.
+  Audience(const ServiceLimits& limits, bool keeps, std::function<void(const SubscriberPtr&)> fetch)
+      : m_limits(limits), m_keeps(keeps), m_fetch(std::move(fetch)) {}
 
   // Shows events that survive power loss to all that wait for them.
   void show(const Arrivals& arrivals);
@@ -113,6 +115,7 @@ class Audience {
   void pump(Queue& queue, const SubscriberPtr& subscriber);
 
   const ServiceLimits m_limits;
+  const bool m_keeps;
   const std::function<void(const SubscriberPtr&)> m_fetch;
   std::map<unsigned int, Queue> m_queues;
   std::uint64_t m_lastNumber = 0;

@@ -41,8 +41,9 @@ CheckReport CheckTask::check() {
       .run();
 }
 
-void CheckTask::fail(const std::string& why) {
-  m_result.problem = why;
+void CheckTask::fail(const std::exception& problem) {
+  m_result.problem = problem.what();
+  m_result.code = codeOf(problem);
   answer();
 }
 

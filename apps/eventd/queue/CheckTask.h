@@ -21,7 +21,7 @@ class CheckTask : public Task {
   CheckTask(Core& core, bool fix, Done done);
 
   bool step() override;
-  void fail(const std::string& why) override;
+  void fail(const std::exception& problem) override;
 
  private:
   CheckReport check();

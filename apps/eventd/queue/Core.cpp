@@ -23,7 +23,8 @@ Core::Core(EventSystemHost::Host& theHost, const ServiceLimits& theLimits,
       waitingPlaces(theLimits.waiting),
       subscriberPlaces(theLimits.waiting),
       answers(std::make_shared<Worker>()),
-      audience(theLimits, [this](const SubscriberPtr& subscriber) { fetch(subscriber); }),
+      audience(theLimits, theHost.cluster() == nullptr,
+               [this](const SubscriberPtr& subscriber) { fetch(subscriber); }),
       shortReads(theLimits.shortReads),
       longReads(theLimits.longReads),
       databasePlace(theHost.configuration().databaseFile),
@@ -83,7 +84,7 @@ void Core::runSlice(const TaskPtr& task) {
     showArrivals();
     if (!ended) run(task);
   } catch (const std::exception& problem) {
-    task->fail(problem.what());
+    task->fail(problem);
     showArrivals();
   }
 }

@@ -73,7 +73,7 @@ FiguresSnapshot FiguresCache::read() const {
     }
     return found;
   } catch (const std::exception& problem) {
-    return {{}, {}, problem.what()};
+    return {{}, {}, problem.what(), codeOf(problem)};
   }
 }
 

@@ -172,8 +172,10 @@ void QueueService::Parts::startSubscriber(const SubscriberPtr& subscriber,
       core.keepLooking();
     });
   };
-  core.run(std::make_shared<CallTask>(start, [this, subscriber](const std::string& why) {
-    core.answers->post([this, subscriber, why] { core.audience.end(subscriber, why); });
+  core.run(std::make_shared<CallTask>(start, [this, subscriber](const std::exception& problem) {
+    core.answers->post([this, subscriber, why = std::string(problem.what())] {
+      core.audience.end(subscriber, why);
+    });
   }));
 }
 
@@ -195,8 +197,8 @@ void QueueService::find(unsigned long id, unsigned int dsid,
       [&core, id, dsid, answer] {
         answer({core.library.find(id, dsid), 0, {}});
       },
-      [answer](const std::string& why) {
-        answer({nullptr, EventSystem::kStoreFailure, why});
+      [answer](const std::exception& problem) {
+        answer({nullptr, codeOf(problem), problem.what()});
       }));
 }
 
@@ -231,10 +233,9 @@ void QueueService::removeUpTo(std::optional<unsigned long> upTo, unsigned int ds
           parts->removeFound(dsid, end, dryRun, finished);
         });
       },
-      [parts = m_parts.get(), finished](const std::string& why) {
-        parts->core.answer([finished, why](int) {
-          finished({0, 0, EventSystem::kStoreFailure, why});
-        });
+      [parts = m_parts.get(), finished](const std::exception& problem) {
+        const RemoveUpToResult failed{0, 0, codeOf(problem), problem.what()};
+        parts->core.answer([finished, failed](int) { finished(failed); });
       }));
 }
 
@@ -247,7 +248,7 @@ void QueueService::Parts::removeFound(unsigned int dsid, unsigned long end, bool
     counted.deleted = ids.size();
     counted.last = ids.empty() ? 0 : ids.back();
   } catch (const std::exception& problem) {
-    counted.code = EventSystem::kStoreFailure;
+    counted.code = codeOf(problem);
     counted.problem = problem.what();
   }
   if (!dryRun && counted.code == 0) {
@@ -282,7 +283,9 @@ void QueueService::Parts::change(const char* name, std::function<void()> call,
           answer({refused.what(), refused.reason()});
         }
       },
-      [answer](const std::string& why) { answer({why}); }));
+      [answer](const std::exception& problem) {
+        answer({.problem = problem.what(), .code = codeOf(problem)});
+      }));
 }
 
 void QueueService::addDataSelection(const DataSelection& selection, const Changed& done) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "EventSystem/ResultCode.h"
@@ -26,22 +27,25 @@ bool ReadTask::step() {
   return true;
 }
 
+// The slice begins with the first event: where the queue is at a cluster, many come at once, after
+// a while.
 bool ReadTask::walk() {
-  const Slice slice;
+  std::optional<Slice> slice;
   return m_core.library.walk(m_request.dsid, m_read.seenTo, m_request.types,
                              [&](unsigned long id, const EventPtr& event) {
+                               if (!slice) slice.emplace();
                                m_read.seenTo = id;
                                m_walkedTo = id;
                                if (event) m_read.events.push_back(event);
-                               return m_read.events.size() < m_request.limit && !slice.isOver();
+                               return m_read.events.size() < m_request.limit && !slice->isOver();
                              });
 }
 
-void ReadTask::fail(const std::string& why) {
-  m_core.health.failed(Health::Matter::kRead, why);
+void ReadTask::fail(const std::exception& problem) {
+  m_core.health.failed(Health::Matter::kRead, problem.what());
   m_read.events.clear();
-  m_read.code = EventSystem::kStoreFailure;
-  m_read.problem = why;
+  m_read.code = codeOf(problem);
+  m_read.problem = problem.what();
   answer();
 }
 

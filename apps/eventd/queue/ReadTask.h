@@ -40,7 +40,7 @@ class ReadTask : public Task {
   ReadTask(Core& core, Request request, Done done);
 
   bool step() override;
-  void fail(const std::string& why) override;
+  void fail(const std::exception& problem) override;
 
  private:
   bool walk();

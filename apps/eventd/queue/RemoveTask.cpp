@@ -30,9 +30,9 @@ void RemoveTask::remove(unsigned long id) {
   m_result.last = id;
 }
 
-void RemoveTask::fail(const std::string& why) {
-  m_result.code = EventSystem::kStoreFailure;
-  m_result.problem = why;
+void RemoveTask::fail(const std::exception& problem) {
+  m_result.code = codeOf(problem);
+  m_result.problem = problem.what();
   answer();
 }
 

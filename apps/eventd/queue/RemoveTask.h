@@ -23,7 +23,7 @@ class RemoveTask : public Task {
   RemoveTask(Core& core, unsigned int dsid, std::vector<unsigned long> ids, Done done);
 
   bool step() override;
-  void fail(const std::string& why) override;
+  void fail(const std::exception& problem) override;
 
  private:
   void remove(unsigned long id);

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <map>
 #include <memory>
@@ -16,7 +17,9 @@
 #include <utility>
 #include <vector>
 
+#include "EventSystem/ResultCode.h"
 #include "apps/common/DataSelections.h"
+#include "apps/common/Failure.h"
 #include "apps/common/QueueCheck.h"
 #include "apps/common/QueueFigures.h"
 #include "apps/eventd/queue/Published.h"
@@ -29,7 +32,16 @@ struct IdempotencyKey {
   std::string body;  // the request's whole body, or what stands for it
 };
 
-// Codes are the manager's results (see EventSystem/ResultCode.h); `problem` is empty for 0.
+// Codes are the manager's results (see EventSystem/ResultCode.h), or this one; `problem` is empty
+// for 0.
+constexpr int kNoMajority = -1;  // of the cluster's members answers: the same may work soon
+
+// Of what was thrown.
+inline int codeOf(const std::exception& problem) {
+  const bool isSoon = dynamic_cast<const NoMajority*>(&problem) != nullptr;
+  return isSoon ? kNoMajority : static_cast<int>(EventSystem::kStoreFailure);
+}
+
 struct StoreResult {
   int code = 0;
   std::vector<unsigned long> ids;  // of those stored, in order; also when the rest failed
@@ -37,7 +49,7 @@ struct StoreResult {
   bool replayed = false;     // nothing was stored: the key was known, and these are its ids
   bool keyMismatch = false;  // the key was used with another body; nothing was stored
   bool diskFull = false;     // the reason for 4
-  bool unsettled = false;    // a flush failed: nobody knows which are stored, and `ids` is empty
+  bool unsettled = false;    // nobody knows which are stored, and `ids` is empty
 };
 
 struct ReadRequest {
@@ -77,12 +89,14 @@ struct RemoveUpToResult {
 struct CheckResult {
   CheckReport report;
   std::string problem;  // not empty: it could not be made
+  int code = 0;
 };
 
 // Of adding or removing a data selection.
 struct ChangeResult {
   std::string problem;                                             // empty: it is done
   std::optional<SelectionRefused::Reason> refused = std::nullopt;  // nothing: the store has failed
+  int code = 0;
 };
 
 // Queues as they were at one moment.
@@ -90,6 +104,7 @@ struct FiguresSnapshot {
   Figures queues;
   std::vector<DataSelection> selections;  // all of them, also those without events
   std::string problem;                    // why they could not be read; the rest is empty then
+  int code = 0;
 };
 using FiguresPtr = std::shared_ptr<const FiguresSnapshot>;
 

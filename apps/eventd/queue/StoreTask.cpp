@@ -98,9 +98,9 @@ void StoreTask::notStored(int code) {
     refuse(code, "full", m_core.library.whyFull());
     m_core.health.failed(Health::Matter::kFullQueue, m_result.problem);
   } else {
-    const std::string event =
-        "event " + std::to_string(m_next) + " of the request could not be stored";
-    refuseForStore(code, event + " (result " + std::to_string(code) + "); " + queues.whyFailed());
+    m_result.unsettled = queues.isOpen();
+    refuseForStore(queues.lacksMajority() ? kNoMajority : code,
+                   whatFailed(code) + "; " + queues.whyFailed());
   }
   if (m_request != nullptr) m_core.keys.withdraw(*m_request);
 }
@@ -116,8 +116,18 @@ void StoreTask::refuseForStore(int code, const std::string& problem) {
   m_core.health.failed(Health::Matter::kStore, m_result.problem);
 }
 
-void StoreTask::fail(const std::string& why) {
-  if (m_result.code == 0) refuseForStore(EventSystem::kStoreFailure, why);
+std::string StoreTask::whatFailed(int code) const {
+  const std::string event = "event " + std::to_string(m_next) + " of the request";
+  if (!m_result.unsettled) {
+    return event + " could not be stored (result " + std::to_string(code) + ")";
+  }
+  const char* const others =
+      m_events.size() == 1 ? "" : " (those before it are, those behind it are not)";
+  return "whether " + event + " is stored is not known" + others;
+}
+
+void StoreTask::fail(const std::exception& problem) {
+  if (m_result.code == 0) refuseForStore(codeOf(problem), problem.what());
   answer();
 }
 
@@ -138,6 +148,7 @@ void StoreTask::answered(int status) {
                 .unsettled = true};
   }
   count();
+  if (m_result.unsettled) m_result.ids.clear();
   m_done(std::move(m_result));
   if (m_request == nullptr) {
     m_operation.reset();

@@ -29,7 +29,7 @@ class StoreTask : public Task {
             std::optional<IdempotencyKey> key, QueueService::Stored done);
 
   bool step() override;
-  void fail(const std::string& why) override;
+  void fail(const std::exception& problem) override;
 
  private:
   enum class Begin { kGoOn, kWait, kAnswer };
@@ -39,6 +39,7 @@ class StoreTask : public Task {
   bool refuse(int code, const char* why, const std::string& problem);
   void notStored(int code);
   void refuseForStore(int code, const std::string& problem);
+  std::string whatFailed(int code) const;
   void answer();
   void answered(int status);
   void count() const;

@@ -6,9 +6,9 @@
 #define EVENTSYSTEM_APPS_EVENTD_QUEUE_TASK_H
 
 #include <chrono>
+#include <exception>
 #include <functional>
 #include <memory>
-#include <string>
 #include <utility>
 
 namespace EventApps {
@@ -21,8 +21,8 @@ class Task : public std::enable_shared_from_this<Task> {
   // called again then.
   virtual bool step() = 0;
 
-  // What step() threw.
-  virtual void fail(const std::string& why) = 0;
+  // With what step() threw.
+  virtual void fail(const std::exception& problem) = 0;
 };
 
 using TaskPtr = std::shared_ptr<Task>;
@@ -30,7 +30,7 @@ using TaskPtr = std::shared_ptr<Task>;
 // Work that needs one slice only.
 class CallTask : public Task {
  public:
-  using Failed = std::function<void(const std::string& why)>;
+  using Failed = std::function<void(const std::exception& problem)>;
 
   CallTask(std::function<void()> call, Failed failed)
       : m_call(std::move(call)), m_failed(std::move(failed)) {}
@@ -39,7 +39,7 @@ class CallTask : public Task {
     m_call();
     return true;
   }
-  void fail(const std::string& why) override { m_failed(why); }
+  void fail(const std::exception& problem) override { m_failed(problem); }
 
  private:
   const std::function<void()> m_call;

@@ -54,7 +54,7 @@ Chaos::Chaos(std::uint64_t seed, const ScheduleLimits& limits)
   for (int i = 0; i < limits.hosts; ++i) {
     m_hosts.emplace_back(
         MemberOptions{m_directory.path(), "host" + std::to_string(i), m_links.endpointsFor(i),
-                      kDeadlines.at(static_cast<std::size_t>(i) % kDeadlines.size())});
+                      kDeadlines.at(static_cast<std::size_t>(i) % kDeadlines.size()), i > 0});
   }
 }
 

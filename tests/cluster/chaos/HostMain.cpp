@@ -2,6 +2,7 @@
 // traffic until it is told to end or is killed. What it does and is told is in its journal.
 //
 // chaos_host HOME JOURNAL LABEL work SEED   writes, reads and consumes until SIGTERM
+// chaos_host HOME JOURNAL LABEL serve SEED  the same through what a daemon puts before the library
 // chaos_host HOME JOURNAL LABEL rows COUNT  adds rows to the database (cluster mode off)
 // chaos_host HOME JOURNAL LABEL start 0     starts, which copies the database, and ends
 
@@ -12,9 +13,8 @@
 #include <memory>
 #include <thread>
 
-#include "EventSystem/EventManager.h"
-#include "EventSystem/LegacyEvent.h"
 #include "host/Host.h"
+#include "tests/cluster/chaos/Front.h"
 #include "tests/cluster/chaos/Journal.h"
 #include "tests/cluster/chaos/Queues.h"
 #include "tests/differential/Random.h"
@@ -22,8 +22,6 @@
 namespace EventSystemTest {
 namespace {
 
-using EventSystem::Event;
-using EventSystem::LegacyEvent;
 using Time = JournalEntry::Time;
 
 constexpr std::chrono::milliseconds kPause{2};  // after each step
@@ -38,22 +36,29 @@ Time now() {
   return std::chrono::steady_clock::now();
 }
 
-EventSystemHost::HostOptions optionsFor(const std::string& home) {
-  EventSystemHost::HostOptions options;
-  options.home = home;
-  return options;
+// What readers were shown is noted as so many steps from one event to the next.
+void note(JournalWriter& journal, JournalEntry step, const Front::Page& page) {
+  step.kind = JournalEntry::kRead;
+  for (const auto& [id, name] : page.events) {
+    step.id = id;
+    step.text = name;
+    journal.write(step);
+    step.afterId = id;
+  }
+  if (!page.isLast) return;
+  step.id = 0;
+  step.text.clear();
+  journal.write(step);
 }
 
 class Traffic {
  public:
-  Traffic(const std::string& home, JournalWriter& journal, std::string label, Random random)
-      : m_journal(journal),
+  Traffic(Front& front, JournalWriter& journal, std::string label, Random random)
+      : m_front(front),
+        m_journal(journal),
         m_label(std::move(label)),
         m_random(random),
-        m_host(optionsFor(home)),
-        m_passed{} {
-    note(JournalEntry::kStarted);
-  }
+        m_passed{} {}
 
   void work() {
     constexpr unsigned int kWrites = 45;
@@ -74,80 +79,62 @@ class Traffic {
 
   void addRows(unsigned long count) {
     for (unsigned long i = 0; i < count; ++i) {
-      const std::string text = m_label + "row" + std::to_string(i);
-      LegacyEvent event(const_cast<char*>(text.c_str()), 0);
+      const std::string name = m_label + "row" + std::to_string(i);
       const Time begin = now();
-      if (m_manager.newEvent(&event, 0) != 0) throw std::runtime_error("a row cannot be added");
-      note({JournalEntry::kRow, begin, now(), 0, event.getId(), 0, text});
+      const unsigned long id = m_front.store(textOfEvent(name), 0).id;
+      if (id == 0) throw std::runtime_error("a row cannot be added");
+      m_journal.write({JournalEntry::kRow, begin, now(), 0, id, 0, name});
     }
   }
 
-  void note(const JournalEntry& entry) { m_journal.write(entry); }
-  void note(JournalEntry::Kind kind) {
-    const Time time = now();
-    note({kind, time, time});
-  }
-
  private:
-  bool failed() const { return !m_host.lastClusterCall().failure.empty(); }
-
   // Whether a call that failed is made again. A host that gives up may never know what came of it.
   bool triesAgain() { return g_stopping == 0 && !m_random.oneIn(4); }
 
   void write(unsigned int dsid) {
-    const std::string text = m_label + "n" + std::to_string(++m_written);
-    LegacyEvent event(const_cast<char*>(text.c_str()), 0);
+    const std::string name = m_label + "n" + std::to_string(++m_written);
+    const std::string text = textOfEvent(name);
+    bool open = false;
     Time begin = now();
-    note({JournalEntry::kWriting, begin, begin, dsid, 0, 0, text});
-    for (;;) {
-      const int status = m_manager.newEvent(&event, dsid);
+    m_journal.write({JournalEntry::kWriting, begin, begin, dsid, 0, 0, name});
+    do {
+      const Front::Stored stored = m_front.store(text, dsid);
       const Time end = now();
-      if (status == 0) {
-        const unsigned long id = m_host.lastClusterCall().newId;
-        note({JournalEntry::kWritten, begin, end, dsid, id, 0, text});
+      if (stored.id != 0) {
+        m_journal.write({JournalEntry::kWritten, begin, end, dsid, stored.id, 0, name});
         return;
       }
-      note({JournalEntry::kFailed, begin, end, dsid, 0, 0, text});
-      if (!triesAgain()) return;
+      open = open || stored.open;
+      m_journal.write({JournalEntry::kFailed, begin, end, dsid, 0, 0, name});
       begin = now();
-    }
+    } while (triesAgain());
+    if (!open) m_journal.write({JournalEntry::kRefused, begin, begin, dsid, 0, 0, name});
   }
 
   // The id of the next event; 0 at the end of the queue, and when it cannot be read.
   unsigned long read(unsigned int dsid, unsigned long afterId) {
-    Event* next = nullptr;
     const Time begin = now();
-    const int status = m_manager.getNextEvent(afterId, &next, dsid);
-    const Time end = now();
-    const std::unique_ptr<Event> event(next);
-    if (status != 0 || failed()) {
-      note({JournalEntry::kFailed, begin, end, dsid, 0, afterId});
+    const auto page = m_front.read(dsid, afterId);
+    const JournalEntry step{JournalEntry::kFailed, begin, now(), dsid, 0, afterId};
+    if (!page) {
+      m_journal.write(step);
       return 0;
     }
-    JournalEntry entry{JournalEntry::kRead, begin, end, dsid, 0, afterId};
-    if (event) {
-      const auto legacy = dynamic_cast<LegacyEvent*>(event.get());
-      entry.id = event->getId();
-      entry.text = legacy == nullptr ? "another-event" : legacy->getPayload();
-    }
-    note(entry);
-    return entry.id;
+    note(m_journal, step, *page);
+    return page->events.empty() ? 0 : page->events.front().first;
   }
 
   void remove(unsigned int dsid, unsigned long id) {
     Time begin = now();
-    note({JournalEntry::kDeleting, begin, begin, dsid, id});
-    for (;;) {
-      m_manager.deleteEvent(id, dsid);
+    m_journal.write({JournalEntry::kDeleting, begin, begin, dsid, id});
+    do {
+      const bool removed = m_front.remove(dsid, id);
       const Time end = now();
-      if (!failed()) {
-        note({JournalEntry::kDeleted, begin, end, dsid, id});
-        return;
-      }
-      note({JournalEntry::kFailed, begin, end, dsid, id});
-      if (!triesAgain()) return;
+      m_journal.write(
+          {removed ? JournalEntry::kDeleted : JournalEntry::kFailed, begin, end, dsid, id});
+      if (removed) return;
       begin = now();
-    }
+    } while (triesAgain());
   }
 
   void consume(unsigned int dsid) {
@@ -166,23 +153,57 @@ class Traffic {
     }
   }
 
+  Front& m_front;
   JournalWriter& m_journal;
   const std::string m_label;
   Random m_random;
-  EventSystemHost::Host m_host;
-  EventSystem::EventManager m_manager;
   unsigned long m_written = 0;
   std::array<unsigned long, kChaosQueues.size()> m_passed;
 };
+
+// A reader that waits at the end of the global queue for what arrives, while another consumes.
+void watch(DaemonFront& front, const std::string& file) {
+  constexpr std::chrono::milliseconds kWait{200};
+  JournalWriter journal(file);
+  for (unsigned long last = 0; g_stopping == 0;) {
+    const Time begin = now();
+    const auto page = front.read(0, last, kWait);
+    const JournalEntry step{JournalEntry::kFailed, begin, now(), 0, 0, last};
+    if (!page) {
+      journal.write(step);
+      continue;
+    }
+    note(journal, step, *page);
+    if (!page->events.empty()) last = page->events.back().first;
+  }
+}
+
+void noteNow(JournalWriter& journal, JournalEntry::Kind kind) {
+  const Time time = now();
+  journal.write({kind, time, time});
+}
+
+int serve(const std::vector<std::string>& arguments, JournalWriter& journal) {
+  DaemonFront front(arguments.at(0));
+  noteNow(journal, JournalEntry::kStarted);
+  std::thread watcher([&] { watch(front, arguments.at(1)); });
+  Traffic(front, journal, arguments.at(2), Random(std::stoul(arguments.at(4)), 0)).work();
+  watcher.join();
+  noteNow(journal, JournalEntry::kEnded);
+  return 0;
+}
 
 int run(const std::vector<std::string>& arguments) {
   const std::string& task = arguments.at(3);
   const unsigned long number = std::stoul(arguments.at(4));
   JournalWriter journal(arguments.at(1));
-  Traffic traffic(arguments.at(0), journal, arguments.at(2), Random(number, 0));
+  if (task == "serve") return serve(arguments, journal);
+  LibraryFront front(arguments.at(0));
+  noteNow(journal, JournalEntry::kStarted);
+  Traffic traffic(front, journal, arguments.at(2), Random(number, 0));
   if (task == "work") traffic.work();
   if (task == "rows") traffic.addRows(number);
-  traffic.note(JournalEntry::kEnded);
+  noteNow(journal, JournalEntry::kEnded);
   return 0;
 }
 

@@ -10,7 +10,7 @@
 namespace EventSystemTest {
 namespace {
 
-constexpr std::string_view kKinds = "sekwWrdDf";
+constexpr std::string_view kKinds = "sekwWxrdDf";
 constexpr const char* kNoText = "-";
 
 long number(JournalEntry::Time time) {

@@ -28,6 +28,7 @@ struct JournalEntry {
     kRow = 'k',       // a row of its database that is to be copied
     kWriting = 'w',   // the first try of an event
     kWritten = 'W',   // the answer
+    kRefused = 'x',   // given up, and each try was told to have stored nothing
     kRead = 'r',      // id 0: the end of the queue
     kDeleting = 'd',  // before the first try
     kDeleted = 'D',

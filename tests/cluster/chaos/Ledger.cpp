@@ -36,6 +36,10 @@ void Ledger::takeEntry(const std::string& member, const JournalEntry& entry) {
       ++m_written[member];
       takeWritten(queue, entry);
       break;
+    case JournalEntry::kRefused:
+      ++m_figures.refused;
+      queue.open.erase(entry.text);
+      break;
     case JournalEntry::kRead:
       ++m_figures.reads;
       queue.history->read(entry.afterId, entry.id, entry.text, entry.begin, entry.end);

@@ -25,6 +25,7 @@ struct LedgerFigures {
   long reads = 0;
   long rows = 0;
   long failedCalls = 0;
+  long refused = 0;        // writes given up that were told to have stored nothing
   long unknown = 0;        // writes that nobody was told the end of
   long unknownStored = 0;  // of these, found to be there
   std::chrono::nanoseconds longestWait{0};

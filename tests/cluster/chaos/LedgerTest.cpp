@@ -63,6 +63,16 @@ TEST_F(ChaosLedger, FindsALostEventInItsQueue) {
             "data selection 4: invented: id 1, text \"a\"\n");
 }
 
+TEST_F(ChaosLedger, FindsAnEventWhoseWriterWasToldThatItIsNotStored) {
+  note(JournalEntry::kWriting, 0, "a");
+  note(JournalEntry::kRefused, 0, "a");
+  ledger.left(0, 1, "a");
+  const HistoryVerdict verdict = ledger.close();
+  EXPECT_EQ(verdict.invented, 1);
+  EXPECT_EQ(verdict.wrong(), 1);
+  EXPECT_EQ(ledger.figures().refused, 1);
+}
+
 TEST_F(ChaosLedger, LetsAWriteOfUnknownOutcomeBeThereOnceOrNotAtAll) {
   note(JournalEntry::kWriting, 0, "a");
   note(JournalEntry::kWriting, 0, "b");

@@ -34,8 +34,9 @@ std::vector<std::string> Member::command(const std::string& task, std::uint64_t 
 }
 
 void Member::start(std::uint64_t seed, std::uint64_t epoch) {
-  m_process = EtcdNodes::Subprocess(
-      command("work", seed + static_cast<std::uint64_t>(m_life), epoch), m_output);
+  m_process = EtcdNodes::Subprocess(command(m_options.serves ? "serve" : "work",
+                                            seed + static_cast<std::uint64_t>(m_life), epoch),
+                                    m_output);
 }
 
 void Member::runToItsEnd(const std::string& task, std::uint64_t number, std::uint64_t epoch) {

@@ -21,6 +21,7 @@ struct MemberOptions {
   std::string name;                 // without blanks
   std::vector<std::string> endpoints;
   std::chrono::milliseconds deadline;
+  bool serves = false;  // its traffic goes through what a daemon puts before the library
 };
 
 class Member {

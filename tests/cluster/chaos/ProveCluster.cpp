@@ -26,6 +26,7 @@ void addFigures(Proof& proof, const Chaos& chaos) {
   figure("answered reads", ledger.reads);
   figure("rows copied", ledger.rows);
   figure("failed calls", ledger.failedCalls);
+  figure("writes told to have stored nothing", ledger.refused);
   figure("unknown outcomes", ledger.unknown);
   figure("of these stored", ledger.unknownStored);
   figure("longest wait for an answer in ms",

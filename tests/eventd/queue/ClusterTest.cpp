@@ -35,6 +35,11 @@ class ClusterService : public ServiceTest {
     return id;
   }
 
+  void removeElsewhere(unsigned long id) {
+    EventSystemHost::ClusterClient other(m_etcd.configuration());
+    EXPECT_EQ(other.deleteEventById("events", id, 0), 0u);
+  }
+
   EtcdCluster m_etcd{1};
 };
 
@@ -71,6 +76,35 @@ TEST_F(ClusterService, ShowsWhatOtherMembersStoreInOrder) {
   EXPECT_EQ(idsAfter(0), all);
 }
 
+TEST_F(ClusterService, ShowsNothingThatAnotherMemberHasDeleted) {
+  store(eventsOf({"a", "b", "c", "d"}));
+  removeElsewhere(1);
+  removeElsewhere(3);
+  EXPECT_THAT(idsAfter(0), ElementsAre(2, 4));
+  EXPECT_THAT(idsAfter(2), ElementsAre(4));
+  Inbox inbox;
+  const auto subscription = inbox.subscribe(service(), 0);
+  ASSERT_TRUE(inbox.has(2));
+  storeElsewhere();
+  ASSERT_TRUE(inbox.has(3));
+  EXPECT_THAT(inbox.ids(), ElementsAre(2, 4, 5));
+}
+
+// What a subscriber could not take when it arrived is read at the service when it can.
+TEST_F(ClusterService, ShowsASubscriberThatWantedNoMoreWhatIsThereLater) {
+  Inbox inbox;
+  inbox.wantMore(false);
+  const auto subscription = inbox.subscribe(service(), 0);
+  storeOne();
+  ASSERT_TRUE(inbox.has(1));
+  store(eventsOf({"b", "c"}));
+  removeElsewhere(2);
+  inbox.wantMore(true);
+  subscription->resume();
+  ASSERT_TRUE(inbox.has(2));
+  EXPECT_THAT(inbox.ids(), ElementsAre(1, 3));
+}
+
 TEST_F(ClusterService, WakesAReaderForAnotherMembersEvent) {
   std::promise<ReadResult> answer;
   service().read({0, 0, 10, {}, std::chrono::hours(1)},
@@ -86,7 +120,8 @@ TEST_F(ClusterService, SaysThatTheServiceIsAwayAndGoesOnWhenItIsBack) {
   storeOne();
   m_etcd.kill(0);
   const StoreResult failed = store(eventsOf({"a"}));
-  EXPECT_EQ(failed.code, EventSystem::kStoreFailure);
+  EXPECT_EQ(failed.code, EventApps::kNoMajority);
+  EXPECT_TRUE(failed.unsettled);
   EXPECT_THAT(failed.problem, HasSubstr(m_etcd.endpoint(0)));
   EXPECT_FALSE(readiness().ready());
   m_etcd.start(0);
