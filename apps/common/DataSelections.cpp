@@ -46,8 +46,7 @@ void makeDurable(Host& host) {
                                                    (count == 1 ? " event" : " events") + advice);
 }
 
-// The next id of all data selections is found from the events of those that exist; at the cluster
-// service, nobody would find the events of one that does not.
+// Nobody would find the events of one that does not exist.
 void requireEmpty(const Host& host, unsigned int dsid) {
   if (const unsigned long count = countEvents(*readerOf(host), dsid); count > 0) {
     stillHolds(dsid, count,

@@ -59,10 +59,14 @@ EventView viewOfRow(CTable& row, bool ofDataSelections) {
   return view;
 }
 
+// With columns, though none is looked at: the other walk may end with a row that is only for the
+// library.
 void walk(const char* name, const char* filter, const std::function<bool(CTable&)>& visit) {
   std::optional<CTable> table = openTable(name);
   if (!table) return;
-  for (int end = table->ListRecordsStart(filter); end == 0; end = table->ListRecordsNext(filter)) {
+  std::vector<OrbDB::CColumn*> columns;
+  for (int end = table->ListRecordsStart(columns, filter); end == 0;
+       end = table->ListRecordsNext(columns, filter)) {
     if (!visit(*table)) return;
   }
 }
@@ -139,6 +143,27 @@ void DatabaseQueueReader::forEachIdOfDataSelections(const IdVisitor& visit) cons
 
 unsigned long DatabaseQueueReader::highestId(unsigned int dsid) const {
   return std::max(storedHighestId(dsid), highestRowId(dsid));
+}
+
+unsigned long DatabaseQueueReader::notedIdOfDataSelections() const {
+  unsigned long highest = 0;
+  walk(kProperties, nullptr, [&](CTable& row) {
+    if (textOf(row, "propname").starts_with("maxid_")) {
+      highest = std::max(highest, unsignedOf(row, "propvalue"));
+    }
+    return true;
+  });
+  return highest;
+}
+
+unsigned long DatabaseQueueReader::nextId(unsigned int dsid) const {
+  if (isGlobalQueue(dsid)) return highestId(dsid) + 1;
+  unsigned long highest = notedIdOfDataSelections();
+  forEachIdOfDataSelections([&](unsigned int, unsigned long id) {
+    highest = std::max(highest, id);
+    return true;
+  });
+  return highest + 1;
 }
 
 }  // namespace EventApps

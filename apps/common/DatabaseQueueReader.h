@@ -23,6 +23,12 @@ class DatabaseQueueReader : public QueueReader {
   // The highest row id of a queue; 0 for an empty one.
   unsigned long highestRowId(unsigned int dsid) const;
 
+  // The highest id that is noted as given to an event of any data selection.
+  unsigned long notedIdOfDataSelections() const;
+
+  // The id that the next event of a queue gets. Those of data selections are one sequence.
+  unsigned long nextId(unsigned int dsid) const;
+
   bool has(unsigned long id, unsigned int dsid) const;
 
   // Returns false to end the walk.

@@ -70,7 +70,7 @@ void HostQueues::makeDurable() {
 Destination HostQueues::destination(unsigned int dsid) const {
   // The cluster stores hand in the event string as it is, without an id.
   if (isClustered()) return {dsid, 0, false};
-  return {dsid, DatabaseQueueReader().highestId(dsid) + 1, true};
+  return {dsid, DatabaseQueueReader().nextId(dsid), true};
 }
 
 std::string HostQueues::whyFailed() const {

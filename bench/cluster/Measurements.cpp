@@ -13,7 +13,6 @@ namespace Bench {
 namespace {
 
 constexpr unsigned long kShort = 50;
-constexpr unsigned long kLong = 50'000;
 constexpr unsigned int kShortDsid = 7;
 
 class Nodes {
@@ -47,31 +46,33 @@ void expect(unsigned long found, unsigned long id) {
   if (found != id) throw std::runtime_error("another event was found");
 }
 
-void measureLong(Pair& pair, int rounds) {
+void measureLong(Pair& pair, int rounds, unsigned long held) {
   const auto library = [&pair](unsigned long id) { expect(pair.library.next(id), id + 1); };
   const auto bare = [&pair](unsigned long id) { expect(pair.bare.next(id), id + 1); };
   const auto range = [&pair](unsigned long id) { expect(pair.bare.nextOfAll(id), id + 1); };
-  const auto few = [&pair](unsigned long id) {
-    const unsigned long afterId = id * kShort / kLong;
+  const auto few = [&pair, held](unsigned long id) {
+    const unsigned long afterId = id * kShort / held;
     expect(pair.library.nextOf(kShortDsid, afterId), afterId + 1);
   };
-  const auto ids = idsOver(kLong);
-  printRow("getNextEvent, 50,000 events", timeFinds(rounds, ids, library, bare));
+  const auto ids = idsOver(held);
+  const std::string count = std::to_string(held);
+  printRow("getNextEvent, " + count + " events", timeFinds(rounds, ids, library, bare));
   printRow("  the same against one range to the end", timeFinds(rounds, ids, library, range));
-  printRow("  library: 50,000 (left), 50 events (right)", timeFinds(rounds, ids, library, few));
+  printRow("  library: " + count + " (left), 50 events (right)",
+           timeFinds(rounds, ids, library, few));
 }
 
 // The library looks from the start of the queue, and knows after once that nothing is there; the
 // bare side is told behind which id to look.
-void measureGap(Pair& pair, int rounds) {
-  pair.bare.removeAll(1, kLong);
-  BareQueue(pair.endpoints, kLibraryQueue, "").removeAll(1, kLong);
-  const auto library = [&pair](unsigned long) { expect(pair.library.next(0), kLong + 1); };
-  const auto range = [&pair](unsigned long) { expect(pair.bare.nextOfAll(0), kLong + 1); };
-  const auto bare = [&pair](unsigned long) { expect(pair.bare.next(kLong), kLong + 1); };
-  printRow("getNextEvent, first after 50,000 deleted", timeFinds(1, {0}, library, range));
-  printRow("getNextEvent, again after 50,000 deleted",
-           timeFinds(rounds, idsOver(kLong), library, bare));
+void measureGap(Pair& pair, int rounds, unsigned long held) {
+  pair.bare.removeAll(1, held);
+  BareQueue(pair.endpoints, kLibraryQueue, "").removeAll(1, held);
+  const auto library = [&pair, held](unsigned long) { expect(pair.library.next(0), held + 1); };
+  const auto range = [&pair, held](unsigned long) { expect(pair.bare.nextOfAll(0), held + 1); };
+  const auto bare = [&pair, held](unsigned long) { expect(pair.bare.next(held), held + 1); };
+  const std::string behind = "after " + std::to_string(held) + " deleted";
+  printRow("getNextEvent, first " + behind, timeFinds(1, {0}, library, range));
+  printRow("getNextEvent, again " + behind, timeFinds(rounds, idsOver(held), library, bare));
 }
 
 }  // namespace
@@ -110,11 +111,11 @@ void measureLengths(const Extent& extent) {
   const std::string text = sampleText();
   BareQueue(pair.endpoints, kLibraryQueue, text, "0000000007").fill(1, kShort);
   for (const char* const queue : {kLibraryQueue, kBareQueue}) {
-    BareQueue(pair.endpoints, queue, text).fill(1, kLong + kShort);
+    BareQueue(pair.endpoints, queue, text).fill(1, extent.held + kShort);
   }
   const int rounds = extent.rounds * 4;
-  measureLong(pair, rounds);
-  measureGap(pair, rounds);
+  measureLong(pair, rounds, extent.held);
+  measureGap(pair, rounds, extent.held);
 }
 
 }  // namespace Bench

@@ -12,7 +12,8 @@ namespace Bench {
 struct Extent {
   std::filesystem::path directory;  // for the data of etcd
   int rounds = 6;
-  int events = 200;  // in each round
+  int events = 200;            // in each round
+  unsigned long held = 50000;  // in the long queue
 };
 
 // newEvent, getNextEvent and deleteEvent on this many etcd nodes.

@@ -24,6 +24,8 @@ void declare(CLI::App& app, Arguments& arguments) {
                  "where etcd keeps its data; the temporary directory if not set");
   app.add_option("--rounds", arguments.extent.rounds, "of each measurement");
   app.add_option("--events", arguments.extent.events, "in each round");
+  app.add_option("--held", arguments.extent.held, "by the long queue")
+      ->check(CLI::Range(100, 1000000));
   // How this program starts the writers that compete.
   app.add_flag("--write", arguments.writes)->group("");
   app.add_flag("--write-bare", arguments.writer.bare)->group("");

@@ -33,8 +33,8 @@ def colour(name):
     return OURS if name.startswith("EventSystem") else OTHERS
 
 
-def say_not_offered(axes, row):
-    axes.text(0.02, row, "not offered", transform=axes.get_yaxis_transform(), va="center",
+def say_not_measured(axes, row):
+    axes.text(0.02, row, "not measured", transform=axes.get_yaxis_transform(), va="center",
               fontsize=8, style="italic", color=OTHERS)
 
 
@@ -42,7 +42,7 @@ def dots(axes, figures, names, workers, operation):
     for row, name in enumerate(names):
         values = [figures.operation(name, s, workers, operation) for s in figures.sizes]
         if None in values:
-            say_not_offered(axes, row)
+            say_not_measured(axes, row)
             continue
         rates = [v["per_second"] for v in values]
         axes.plot(rates, [row] * len(rates), color=colour(name), lw=1.2, alpha=0.5)
@@ -52,11 +52,11 @@ def dots(axes, figures, names, workers, operation):
 
 def bars(axes, figures, names, workers, operation):
     for row, name in enumerate(names):
-        if figures.why_not(name):
-            say_not_offered(axes, row)
+        values = [figures.operation(name, s, workers, operation) for s in figures.sizes]
+        if None in values:
+            say_not_measured(axes, row)
             continue
-        for offset, size in zip((-0.17, 0.17), figures.sizes):
-            value = figures.operation(name, size, workers, operation)
+        for offset, value in zip((-0.17, 0.17), values):
             ends = [value["p50_us"], value["p99_us"]]
             axes.plot(ends, [row + offset] * 2, color=colour(name), lw=1.2, alpha=0.5)
             fill = colour(name) if offset < 0 else "white"

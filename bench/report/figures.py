@@ -12,7 +12,6 @@ class Figures:
 
     def __init__(self, measured):
         self.machine = measured["machine"]
-        self.rounds = measured["rounds"]
         self.milliseconds = measured["milliseconds"]
         self.systems = measured["systems"]
         self._cells = {(c["system"], c["bytes"], c["workers"]): c for c in measured["cells"]}
@@ -27,26 +26,34 @@ class Figures:
         return self.names(promise)[0]
 
     def operation(self, system, size, workers, operation):
-        """The figures of one operation, or None where the system does not offer the promise."""
+        """The figures of one operation, or None where there are none."""
         return self._cells[system, size, workers].get(operation)
 
     def ratio(self, promise, system, size, workers, operation):
         """How many times as many events a second as the base."""
         figures = self.operation(system, size, workers, operation)
-        if figures is None:
-            return None
         base = self.operation(self.base(promise), size, workers, operation)
+        if figures is None or base is None:
+            return None
         return figures["per_second"] / base["per_second"]
 
     def why_not(self, system):
-        """Why a system has no figures, or None."""
+        """Why a system has no figures, or not all of them; or None."""
+        refused = next(s["refused"] for s in self.systems if s["name"] == system)
         cells = (c for c in self._cells.values() if c["system"] == system)
-        return next((c.get("not_offered") for c in cells), None)
+        return refused or next((c["not_measured"] for c in cells if "not_measured" in c), None)
+
+    def _operations(self):
+        return [c[o] for c in self._cells.values() for o in OPERATIONS if o in c]
+
+    def rounds(self):
+        """How often the operations were measured: the fewest and the most rounds."""
+        rounds = [o["rounds"] for o in self._operations()]
+        return min(rounds, default=0), max(rounds, default=0)
 
     def spreads(self):
         """By how much the rounds of each operation differ, as a factor, in rising order."""
-        offered = [c[o] for c in self._cells.values() for o in OPERATIONS if o in c]
-        return sorted(o["per_second_highest"] / o["per_second_lowest"] for o in offered)
+        return sorted(o["per_second_highest"] / o["per_second_lowest"] for o in self._operations())
 
 
 def producers(count):
@@ -106,13 +113,14 @@ def disturbance_words(figures):
 
 
 def method_words(figures):
-    words = (f"Each operation ran {figures.rounds} x {figures.milliseconds} ms, the systems in "
-             "turns.")
-    if figures.rounds > 1:
+    fewest, most = figures.rounds()
+    rounds = str(most) if fewest == most else f"{fewest} to {most}"
+    words = f"Each operation ran {rounds} x {figures.milliseconds} ms, the systems in turns."
+    if most > 1:
         spreads = figures.spreads()
-        middle, most = spreads[len(spreads) // 2], spreads[-1]
+        middle, widest = spreads[len(spreads) // 2], spreads[-1]
         words += (
             " Shown is the median round. From its slowest to its fastest round a cell differs "
-            f"by a factor of {middle:.1f} in the middle, {most:.1f} at most."
+            f"by a factor of {middle:.1f} in the middle, {widest:.1f} at most."
         )
     return words

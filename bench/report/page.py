@@ -3,7 +3,7 @@
 from base64 import b64encode
 from html import escape
 
-import charts
+from bars import all_bars, summary
 from figures import (OPERATIONS, PROMISES, disturbance_words, machine_words, method_words,
                      producers, rate_words, ratio_words, size_words, time_words)
 
@@ -85,6 +85,7 @@ def absolute_table(figures, size, workers):
 
 
 def chart_sections(figures):
+    import charts  # needs matplotlib, which takes a second; pylint: disable=import-outside-toplevel
     parts = []
     for promise, words in PROMISES.items():
         parts.append(f"<h2>{words}</h2>")
@@ -116,26 +117,44 @@ def micro_section(name, benchmarks):
     return f"<h2>{escape(name)}</h2>" + table("<tr><th>one call</th><th>time</th></tr>", rows)
 
 
-def opening(report, figures):
+def bar_section(bars):
+    rows = "".join(row([escape(bar.what), escape(bar.beside), *map(escape, bar.words()),
+                        bar.verdict()]) for bar in bars)
+    head = "".join(f"<th>{c}</th>" for c in ("call", "beside", "measured", "bar", ""))
+    return f"<h2>What a call may cost: {summary(bars)}</h2>" + table(f"<tr>{head}</tr>", rows)
+
+
+def left_out_section(left_out):
+    items = "".join(f"<li>{escape(each)}</li>" for each in left_out)
+    return f"<h2>Left out</h2><ul>{items}</ul>" if left_out else ""
+
+
+def machine_part(figures):
     machine = "<br>".join(map(escape, machine_words(figures)))
-    return [
-        "<h1>EventSystem's queue beside what one would use instead</h1>",
-        f'<p class="soft">{escape(report["date"])}<br>{machine}</p>',
-        f"<p><strong>{escape(disturbance_words(figures))}</strong></p>",
-        "<h2>Ratios</h2><p>Events a second, EventSystem's first row of each group being 1: a "
-        "system with 2 is twice as fast, one with 0.50 half as fast.</p>",
-    ]
+    return [f'<p class="soft">{machine}</p>',
+            f"<p><strong>{escape(disturbance_words(figures))}</strong></p>"]
 
 
-def render(report, figures):
-    parts = opening(report, figures)
+def systems_part(report, figures):
+    parts = machine_part(figures)
+    parts.append("<h2>Ratios</h2><p>Events a second, EventSystem's first row of each group being "
+                 "1: a system with 2 is twice as fast, one with 0.50 half as fast.</p>")
     parts += [ratio_table(figures, size) for size in figures.sizes]
     parts += [f"<p>{escape(method_words(figures))}</p>", chart_sections(figures)]
     parts.append("<h2>In figures</h2>")
     parts += [absolute_table(figures, s, w) for s in figures.sizes for w in figures.workers]
-    parts += ["<h2>What was measured</h2>", settings_table(figures, report["versions"])]
+    return parts + ["<h2>What was measured</h2>", settings_table(figures, report["versions"])]
+
+
+def render(report, figures):
+    parts = ["<h1>EventSystem's queue beside what one would use instead</h1>",
+             f'<p class="soft">{escape(report["date"])}, built as {escape(report["build"])}</p>']
+    if figures:
+        parts += systems_part(report, figures)
+    parts.append(bar_section(all_bars(report)))
     parts += [micro_section(name, each) for name, each in report["micro"].items()]
     parts += [f"<h2>{escape(n)}</h2><pre>{escape(t)}</pre>" for n, t in report["texts"].items()]
+    parts.append(left_out_section(report["left_out"]))
     return ('<!doctype html><html lang="en"><head><meta charset="utf-8">'
             '<meta name="viewport" content="width=device-width, initial-scale=1">'
             f"<title>EventSystem: performance</title><style>{STYLE}</style></head><body>"

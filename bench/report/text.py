@@ -2,6 +2,7 @@
 
 import textwrap
 
+from bars import all_bars, summary
 from figures import (OPERATIONS, PROMISES, disturbance_words, machine_words, method_words,
                      producers, rate_words, ratio_words, size_words, time_words)
 
@@ -84,10 +85,23 @@ def other_text(name, text):
     return [name, ""] + text.rstrip().splitlines() + [""]
 
 
-def render(report, figures):
-    title = "EventSystem's queue beside what one would use instead"
-    lines = [title + report["date"].rjust(WIDTH - len(title)), ""]
-    lines += machine_words(figures)
+def bar_table(bars):
+    lines = ["What a call may cost: " + summary(bars), "",
+             f"  {'':<50} {'measured':>9} {'bar':>7}  {'':<13} beside"]
+    for bar in bars:
+        measured, limit = bar.words()
+        lines.append(f"  {bar.what:<50} {measured:>9} {limit:>7}  {bar.verdict():<13} "
+                     f"{bar.beside}".rstrip())
+    return lines + [""]
+
+
+def left_out_list(left_out):
+    lines = ["Left out", ""] if left_out else ["Nothing was left out."]
+    return lines + [paragraph(each, "  ") for each in left_out] + [""]
+
+
+def systems_part(report, figures):
+    lines = machine_words(figures)
     if disturbance_words(figures):
         lines.append(paragraph(disturbance_words(figures)))
     lines.append("")
@@ -98,9 +112,18 @@ def render(report, figures):
     for size in figures.sizes:
         for workers in figures.workers:
             lines += absolute_table(figures, size, workers)
-    lines += settings_list(figures, report["versions"])
+    return lines + settings_list(figures, report["versions"])
+
+
+def render(report, figures):
+    title = "EventSystem's queue beside what one would use instead"
+    lines = [title + report["date"].rjust(WIDTH - len(title)), "", f"Built as {report['build']}"]
+    if figures:
+        lines += systems_part(report, figures)
+    lines += bar_table(all_bars(report))
     for name, benchmarks in report["micro"].items():
         lines += micro_table(name, benchmarks)
     for name, text in report["texts"].items():
         lines += other_text(name, text)
+    lines += left_out_list(report["left_out"])
     return "\n".join(lines)

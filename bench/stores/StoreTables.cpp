@@ -21,7 +21,7 @@ int main(int count, char** arguments) {
     EventSystemBench::repeatCall(arguments[2], std::atoi(arguments[3]));
   } else if (table == "durability") {
     EventSystemBench::printDurability(static_cast<int>(number(2, 16)),
-                                      static_cast<double>(number(3, 2)));
+                                      count > 3 ? std::atof(arguments[3]) : 2);
   } else {
     std::fprintf(stderr,
                  "usage: store_tables startup [ROWS] | durability [THREADS [SECONDS]] | repeat "

@@ -53,15 +53,17 @@ void add(const Timings& timings, Cell& cell) {
   }
 }
 
-void measure(const SystemEntry& entry, const ComparisonPlan& plan, Cell& cell) {
+// Why the system is to be asked no more, or nothing.
+std::string measure(const SystemEntry& entry, const ComparisonPlan& plan, Cell& cell) {
   const Place place(plan.directory);
   try {
     const auto system = entry.start(place.path());
     add(run(*system, {cell.textBytes, cell.workers, plan.time, kMostEvents}), cell);
+    return "";
   } catch (const NotOffered& reason) {
-    cell.notOffered = reason.what();
+    return reason.what();
   } catch (const std::exception& error) {
-    throw SystemError(entry.name + ": " + error.what());
+    return std::string("failed: ") + error.what();
   }
 }
 
@@ -70,28 +72,44 @@ void tellProgress(std::size_t done, std::size_t all, const std::string& name) {
   std::fprintf(stderr, "\r\033[K%3zu %%  %s", 100 * done / all, name.c_str());
 }
 
+// The cells in turns, round after round, until the time is up.
+void measureAll(const ComparisonPlan& plan, Comparison& comparison) {
+  const auto end = std::chrono::steady_clock::now() + plan.limit;
+  const std::size_t all = comparison.cells.size() * static_cast<std::size_t>(plan.rounds);
+  for (std::size_t done = 0; done < all; ++done) {
+    if (std::chrono::steady_clock::now() >= end) break;
+    Cell& cell = comparison.cells[done % comparison.cells.size()];
+    const auto flushes = flushTimes(plan.directory, kFlushesPerCell);
+    comparison.flushes.insert(comparison.flushes.end(), flushes.begin(), flushes.end());
+    const SystemEntry& entry = comparison.systems[cell.system];
+    tellProgress(done, all, entry.name);
+    std::string& refusal = comparison.refusals[cell.system];
+    if (refusal.empty()) refusal = measure(entry, plan, cell);
+  }
+  tellProgress(all, all, "\n");
+}
+
+void sayWhatIsMissing(Comparison& comparison) {
+  for (Cell& cell : comparison.cells) {
+    if (!cell.operations.front().perSecond.empty()) continue;
+    const std::string& refusal = comparison.refusals[cell.system];
+    cell.notMeasured = refusal.empty() ? "there was no time for it" : refusal;
+  }
+}
+
 }  // namespace
 
 Comparison compare(const ComparisonPlan& plan) {
-  Comparison comparison{allSystems(), {}, {}, 0};
+  Comparison comparison{allSystems(), {}, {}, {}, 0};
   std::erase_if(comparison.systems, [&plan](const SystemEntry& system) {
     return system.name.find(plan.only) == std::string::npos;
   });
   if (comparison.systems.empty()) throw SystemError("no system's name has that text in it");
   const Disturbance disturbance;
   comparison.cells = emptyCells(comparison.systems.size());
-  const std::size_t all = comparison.cells.size() * static_cast<std::size_t>(plan.rounds);
-  std::size_t done = 0;
-  for (int round = 0; round < plan.rounds; ++round) {
-    for (Cell& cell : comparison.cells) {
-      const auto flushes = flushTimes(plan.directory, kFlushesPerCell);
-      comparison.flushes.insert(comparison.flushes.end(), flushes.begin(), flushes.end());
-      const SystemEntry& entry = comparison.systems[cell.system];
-      tellProgress(done++, all, entry.name);
-      if (cell.notOffered.empty()) measure(entry, plan, cell);
-    }
-  }
-  tellProgress(all, all, "\n");
+  comparison.refusals.resize(comparison.systems.size());
+  measureAll(plan, comparison);
+  sayWhatIsMissing(comparison);
   comparison.disturbance = disturbance.byOthers();
   return comparison;
 }

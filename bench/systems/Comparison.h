@@ -19,6 +19,7 @@ struct ComparisonPlan {
   std::filesystem::path directory;    // each measurement gets a directory of its own in it
   int rounds = 0;                     // every cell is measured so many times, a minute apart
   std::chrono::milliseconds time{0};  // of one operation in one round
+  std::chrono::seconds limit{0};      // after this much, no further cell is begun
   std::string only;                   // systems whose name has this text in it
 };
 
@@ -32,18 +33,20 @@ struct Cell {
   std::size_t system;  // index into Comparison::systems
   std::size_t textBytes;
   std::size_t workers;
-  std::string notOffered;  // why there are no figures, where there are none
+  std::string notMeasured;  // why there are no figures, where there are none
   std::array<OperationFigures, kOperations> operations;
 };
 
 struct Comparison {
   std::vector<SystemEntry> systems;
+  std::vector<std::string> refusals;  // of each: why it was asked no more; empty: it was
   std::vector<Cell> cells;
   std::vector<double> flushes;  // seconds of fdatasync(), measured before every cell
   double disturbance = 0;       // share of the processors' time that other programs took
 };
 
-// Tells on standard error how far it is. Throws SystemError when a system fails.
+// Tells on standard error how far it is. A system that fails is asked no more; the figures that it
+// has by then stay.
 Comparison compare(const ComparisonPlan& plan);
 
 }  // namespace EventSystemBench

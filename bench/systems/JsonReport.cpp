@@ -26,17 +26,19 @@ Json describe(const Machine& machine, const Comparison& comparison) {
           {"flush_p99_us", percentile(flushes, 0.99) * kMicroseconds}};
 }
 
-Json describe(const SystemEntry& system) {
+Json describe(const SystemEntry& system, const std::string& refusal) {
   return {{"name", system.name},
           {"promise", system.promise == Promise::kDurable ? "durable" : "relaxed"},
           {"settings", system.settings},
           {"produce", system.produce},
           {"read", system.read},
-          {"delete", system.remove}};
+          {"delete", system.remove},
+          {"refused", refusal}};
 }
 
 Json describe(const OperationFigures& figures) {
   return {{"calls", figures.latencies.size()},
+          {"rounds", figures.perSecond.size()},
           {"per_second", median(figures.perSecond)},
           {"per_second_lowest", *std::ranges::min_element(figures.perSecond)},
           {"per_second_highest", *std::ranges::max_element(figures.perSecond)},
@@ -46,8 +48,8 @@ Json describe(const OperationFigures& figures) {
 
 Json describe(const Cell& cell, const SystemEntry& system) {
   Json json = {{"system", system.name}, {"bytes", cell.textBytes}, {"workers", cell.workers}};
-  if (!cell.notOffered.empty()) {
-    json["not_offered"] = cell.notOffered;
+  if (!cell.notMeasured.empty()) {
+    json["not_measured"] = cell.notMeasured;
     return json;
   }
   for (std::size_t i = 0; i < kNames.size(); ++i) json[kNames[i]] = describe(cell.operations[i]);
@@ -59,7 +61,9 @@ Json describe(const Cell& cell, const SystemEntry& system) {
 std::string toJson(const Comparison& comparison, const ComparisonPlan& plan,
                    const Machine& machine) {
   Json systems = Json::array();
-  for (const SystemEntry& system : comparison.systems) systems.push_back(describe(system));
+  for (std::size_t i = 0; i < comparison.systems.size(); ++i) {
+    systems.push_back(describe(comparison.systems[i], comparison.refusals[i]));
+  }
   Json cells = Json::array();
   for (const Cell& cell : comparison.cells) {
     cells.push_back(describe(cell, comparison.systems[cell.system]));

@@ -49,6 +49,7 @@ struct Options {
   std::string only;
   int rounds = 5;
   int milliseconds = 400;
+  int seconds = 24 * 60 * 60;
 };
 
 void define(CLI::App& app, Options& options) {
@@ -63,6 +64,9 @@ void define(CLI::App& app, Options& options) {
   app.add_option("--milliseconds", options.milliseconds, "how long one operation is measured")
       ->capture_default_str()
       ->check(CLI::Range(10, 60000));
+  app.add_option("--seconds", options.seconds, "begin nothing more after this time")
+      ->capture_default_str()
+      ->check(CLI::Range(1, 24 * 60 * 60));
 }
 
 int run(const Options& options) {
@@ -70,7 +74,8 @@ int run(const Options& options) {
   if (options.check) return checkAll(data.path()) == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
   const Machine machine = thisMachine(data.path());
   const ComparisonPlan plan{data.path(), options.rounds,
-                            std::chrono::milliseconds(options.milliseconds), options.only};
+                            std::chrono::milliseconds(options.milliseconds),
+                            std::chrono::seconds(options.seconds), options.only};
   const std::string json = toJson(compare(plan), plan, machine) + "\n";
   if (options.json.empty()) {
     std::fputs(json.c_str(), stdout);

@@ -1,7 +1,9 @@
 // How long an event string of each kind takes to parse (the event's deletion included) and to
 // write: the plain formulation, the library, and the ratio of both, in one run on one core.
 //
-//   event_text_bench [--benchmark_...]      prints Google Benchmark's lines and then the table
+//   event_text_bench [--benchmark_...]      prints Google Benchmark's lines, in the format asked
+//   for,
+//                                           and then the table, to standard error
 
 #include <benchmark/benchmark.h>
 #include <sched.h>
@@ -86,8 +88,11 @@ void write(benchmark::State& state, const Kind& kind, Write writeEvent) {
 }
 
 // Keeps the best time of each benchmark's repetitions, by name.
-class Collector : public benchmark::ConsoleReporter {
+class Collector : public benchmark::BenchmarkReporter {
  public:
+  bool ReportContext(const Context& context) override { return m_display.ReportContext(context); }
+  void Finalize() override { m_display.Finalize(); }
+
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& run : runs) {
       if (run.error_occurred || run.run_type != Run::RT_Iteration) continue;
@@ -95,20 +100,20 @@ class Collector : public benchmark::ConsoleReporter {
       const double time = run.GetAdjustedCPUTime();
       if (isNew || time < best->second) best->second = time;
     }
-    ConsoleReporter::ReportRuns(runs);
+    m_display.ReportRuns(runs);
   }
 
   void printTable() const {
-    std::printf("\n%-14s %8s %8s %6s   %8s %8s %6s\n", "best, ns", "parse:", "", "", "write:", "",
-                "");
-    std::printf("%-14s %8s %8s %6s   %8s %8s %6s\n", "kind", "oracle", "ours", "ratio", "oracle",
-                "ours", "ratio");
+    std::fprintf(stderr, "\n%-14s %8s %8s %6s   %8s %8s %6s\n", "best, ns", "parse:", "", "",
+                 "write:", "", "");
+    std::fprintf(stderr, "%-14s %8s %8s %6s   %8s %8s %6s\n", "kind", "oracle", "ours", "ratio",
+                 "oracle", "ours", "ratio");
     for (const Kind& kind : kKinds) {
       const std::string name = kind.name;
-      std::printf("%-14s", kind.name);
+      std::fprintf(stderr, "%-14s", kind.name);
       printPair("parse/" + name);
       printPair("  write/" + name);
-      std::printf("\n");
+      std::fprintf(stderr, "\n");
     }
   }
 
@@ -119,10 +124,11 @@ class Collector : public benchmark::ConsoleReporter {
     const auto oracle = m_best.find(key + "/oracle");
     const auto ours = m_best.find(key + "/ours");
     if (oracle == m_best.end() || ours == m_best.end()) return;
-    std::printf("%s %8.1f %8.1f %6.1f", std::string(indent, ' ').c_str(), oracle->second,
-                ours->second, oracle->second / ours->second);
+    std::fprintf(stderr, "%s %8.1f %8.1f %6.1f", std::string(indent, ' ').c_str(), oracle->second,
+                 ours->second, oracle->second / ours->second);
   }
 
+  benchmark::BenchmarkReporter& m_display = *benchmark::CreateDefaultDisplayReporter();
   std::map<std::string, double> m_best;
 };
 

@@ -161,6 +161,12 @@ int Database::call(Use use, const Task& task, const Work& body) {
     if (use == Use::kWrite && !m_damage.empty()) {
       return ErrorA(SQLITE_CORRUPT, "%s: %s", task.failed, m_damage.c_str());
     }
+    if (use == Use::kWrite && m_highestIdUnknown) {
+      return ErrorA(SQLITE_IOERR,
+                    "%s: %s: which ids the data selections have given could not be read when the "
+                    "queues were opened; restart the program",
+                    m_configuration.databaseFile.c_str(), task.failed);
+    }
     return body();
   } catch (const RefusedRecord& problem) {
     logFailure(problem.status(), task, problem.what());
@@ -365,22 +371,6 @@ void Database::endWalk(std::unique_ptr<Walk> walk) {
 void Database::endAllWalks() {
   for (Walk* walk : m_walks) walk->abandon();
   m_walks.clear();
-}
-
-bool Database::hasDataSelection(unsigned int dsid) {
-  bool found = false;
-  call(Use::kRead, {"dataselection", "cannot be read"}, [&] {
-    Table* table = m_catalogue->find("dataselection", connection());
-    if (table == nullptr) return SQLITE_OK;
-    // Tables have no unsigned numbers; the upper half of the ids stands there as negative ones.
-    const Value key = static_cast<std::int64_t>(static_cast<std::int32_t>(dsid));
-    Row row;
-    const int status = queries(*table).select(table->definition->key, key, row);
-    found = status == SQLITE_ROW;
-    if (!found && status != SQLITE_DONE) throw SqliteError(status, connection().errorText());
-    return SQLITE_OK;
-  });
-  return found;
 }
 
 void Database::requireRoom() {

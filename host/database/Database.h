@@ -56,7 +56,15 @@ class Database : public std::enable_shared_from_this<Database> {
   int nextRow(Walk& walk, Row& row);
   void endWalk(std::unique_ptr<Walk> walk);
 
+  // The global queue counts as one.
   bool hasDataSelection(unsigned int dsid);
+
+  // Whether the library's walk over this table ends with a row more; see DataSelections.cpp. The
+  // row, or false where no id was given so far. Where the walk does not come to it, nothing is
+  // written until one does.
+  static bool hasHighestIdRow(const TableDefinition& definition);
+  bool readHighestIdRow(const TableDefinition& definition, Row& row);
+  void missHighestIdRow();
 
   // Host::damage().
   std::string damage() const;
@@ -147,6 +155,7 @@ class Database : public std::enable_shared_from_this<Database> {
   std::uint64_t m_commits = 0;
   std::string m_damage;                   // what was found damaged; then nothing more is written
   std::atomic<bool> m_isDamaged = false;  // then m_damage stays as it is
+  bool m_highestIdUnknown = false;        // to the library, which would give ids again
   bool m_walSuspect = false;              // its pages must reach the file before the next write
   bool m_lost = false;                    // calls that had returned are gone
   int m_unreported = SQLITE_OK;           // a failure that no caller has been told

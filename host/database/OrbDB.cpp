@@ -99,10 +99,10 @@ int CTable::deleteRecord(const char* key) {
 }
 
 int CTable::ListRecordsStart(const char* filter) {
-  return m_impl->start(filter);
+  return m_impl->startCounting(filter);
 }
 int CTable::ListRecordsNext(const char* filter) {
-  return m_impl->next(filter);
+  return m_impl->nextCounting(filter);
 }
 
 int CTable::ListRecordsStart(std::vector<CColumn*>& columns, const char* filter) {

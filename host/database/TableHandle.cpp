@@ -43,6 +43,7 @@ int OrbDB::CTable::Impl::read(const char* key) {
 int OrbDB::CTable::Impl::start(const char* filter) {
   endWalk();
   m_current = false;
+  m_highestIdRow = HighestIdRow::kNone;
   const auto owner = database.lock();
   if (!owner) return kFailed;
   const int status = owner->startWalk(*table, filter, m_walk, m_row);
@@ -70,6 +71,44 @@ void OrbDB::CTable::Impl::endWalk() {
   } else {
     m_walk.reset();
   }
+}
+
+int OrbDB::CTable::Impl::startCounting(const char* filter) {
+  if (filter != nullptr || !EventSystemHost::Database::hasHighestIdRow(*table))
+    return start(filter);
+  return orHighestIdRow([this] {
+    const int status = start(nullptr);
+    m_highestIdRow = HighestIdRow::kToCome;
+    return status;
+  });
+}
+
+int OrbDB::CTable::Impl::nextCounting(const char* filter) {
+  if (m_highestIdRow == HighestIdRow::kNone) return next(filter);
+  if (m_highestIdRow == HighestIdRow::kToCome) {
+    return orHighestIdRow([this, filter] { return next(filter); });
+  }
+  m_highestIdRow = HighestIdRow::kNone;
+  m_current = false;
+  return m_endOfWalk;
+}
+
+// What throws has not come to the row.
+template <class Step>
+int OrbDB::CTable::Impl::orHighestIdRow(const Step& step) {
+  const auto owner = database.lock();
+  try {
+    m_endOfWalk = step();
+    if (m_started || !owner) return m_endOfWalk;
+    m_row.resize(table->columns.size());
+    makeColumns();
+    m_current = owner->readHighestIdRow(*table, m_row);
+  } catch (...) {
+    if (owner) owner->missHighestIdRow();
+    throw;
+  }
+  m_highestIdRow = m_current ? HighestIdRow::kCurrent : HighestIdRow::kNone;
+  return m_current ? 0 : m_endOfWalk;
 }
 
 void OrbDB::CTable::Impl::makeColumns() {

@@ -35,6 +35,11 @@ struct __attribute__((visibility("hidden"))) OrbDB::CTable::Impl {
   int next(const char* filter);
   void endWalk();
 
+  // The same for the walk that the library finds its ids with: behind the last row, also of a walk
+  // that fails, comes that of Database::readHighestIdRow() where the table has one.
+  int startCounting(const char* filter);
+  int nextCounting(const char* filter);
+
   // The handle's columns, for its current row.
   void columns(std::vector<CColumn*>& all);
   CColumn* column(const char* name);
@@ -44,12 +49,17 @@ struct __attribute__((visibility("hidden"))) OrbDB::CTable::Impl {
 
  private:
   void makeColumns();
+  template <class Step>
+  int orHighestIdRow(const Step& step);
 
   EventSystemHost::Row m_row;
   bool m_current = false;
   std::unique_ptr<EventSystemHost::Walk> m_walk;
   bool m_started = false;
   std::optional<std::string> m_filter;
+  enum class HighestIdRow { kNone, kToCome, kCurrent };
+  HighestIdRow m_highestIdRow = HighestIdRow::kNone;
+  int m_endOfWalk = 0;  // its status, while that row is current
   std::vector<std::unique_ptr<CColumn>> m_columns;
 };
 

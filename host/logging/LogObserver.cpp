@@ -26,6 +26,23 @@ Observers& observers() {
 
 thread_local bool observing = false;
 
+// While it lives, what this thread logs is not observed.
+class Observing {
+ public:
+  Observing() { observing = true; }
+  ~Observing() { observing = false; }
+  Observing(const Observing&) = delete;
+  Observing& operator=(const Observing&) = delete;
+};
+
+// The line is for the others and for the log, too.
+void tell(const LogObserver& observer, LogLevel level, int code, std::string_view message) {
+  try {
+    observer(level, code, message);
+  } catch (...) {
+  }
+}
+
 }  // namespace
 
 LogObserver::LogObserver(Observe observe) : m_observe(std::move(observe)) {
@@ -47,10 +64,9 @@ bool isObserved(LogLevel level) {
 
 void tellObservers(LogLevel level, int code, std::string_view message) {
   if (!isObserved(level)) return;
-  observing = true;
+  const Observing self;
   const std::shared_lock lock(observers().mutex);
-  for (const LogObserver* const each : observers().all) (*each)(level, code, message);
-  observing = false;
+  for (const LogObserver* const each : observers().all) tell(*each, level, code, message);
 }
 
 }  // namespace EventSystemHost

@@ -17,7 +17,7 @@ namespace EventSystemHost {
 class EVENTSYSTEM_HOST_API LogObserver {
  public:
   // Called by the thread that logs, before its call returns, whatever the log's own level is. What
-  // it logs itself is not observed. Must not throw.
+  // it logs itself is not observed, and what it throws is dropped.
   using Observe = std::function<void(LogLevel level, int code, std::string_view message)>;
 
   explicit LogObserver(Observe observe);

@@ -25,6 +25,9 @@ class EVENTSYSTEM_API HashEventStorage : public EventStorage {
 
   // 0; 50 when the queue is full; or the code of Event::fromString() when the event's own string
   // does not parse (an event string longer than 2047 bytes, for one). A refused event takes no id.
+  //
+  // The string is tried as the caller's event has it. Where it is so long that the digits of the
+  // new id do not fit in, too, the event is held and cannot be read: a walk ends before it.
   int writeEvent(Event* event) override;
   void deleteEvent(unsigned long id) override;
 

@@ -97,8 +97,10 @@ int OrbDBDSEventStorage::writeEvent(Event* event, unsigned int dsid) {
     return kStoreFailure;
   }
   assignEventId(event, id);
+  // Before the row: one that memory was too short to enter would be hidden until the next start.
+  addIdToCache(id, dsid);
   const int result = addEventRow(kEvents, *event, id, dsid);
-  if (result == kSuccess) addIdToCache(id, dsid);
+  if (result != kSuccess) removeIdFromCache(id, dsid);
   return result;
 }
 

@@ -142,8 +142,10 @@ int OrbDBEventStorage::writeEvent(Event* event) {
     return kStoreFailure;
   }
   assignEventId(event, id);
+  // Before the row: one that memory was too short to enter would be hidden until the next start.
+  addIdToCache(id);
   const int result = addEventRow(kEvents, *event, id, std::nullopt);
-  if (result == kSuccess) addIdToCache(id);
+  if (result != kSuccess) removeIdFromCache(id);
   return result;
 }
 

@@ -114,10 +114,7 @@ bool Ledger::meet(std::uint32_t queue, std::uint64_t id, const std::string& text
   const auto known = m_queues[queue].find(id);
   if (known == m_queues[queue].end()) return enter(*event, queue, id);
   if (known->second.event != *event) {
-    // A sequence of the data selections that was taken up lower meets the ids of deleted events.
-    const bool again = queue != 0 && known->second.deletion == Deletion::kDone;
-    return again ? enter(*event, queue, id)
-                 : fail("an id was given twice, now to " + nameOf(*event) + at(queue, id));
+    return fail("an id was given twice, now to " + nameOf(*event) + at(queue, id));
   }
   if (known->second.deletion == Deletion::kDone) {
     return fail("a deleted event is back: " + nameOf(*event) + at(queue, id));
@@ -136,11 +133,8 @@ bool Ledger::isWhatWasAsked(const EventNumber& event, std::uint32_t queue, std::
 }
 
 bool Ledger::enter(const EventNumber& event, std::uint32_t queue, std::uint64_t id) {
-  const auto known = m_queues[queue].find(id);
-  const bool again =
-      known != m_queues[queue].end() && (queue == 0 || known->second.deletion != Deletion::kDone);
   Sequence& sequence = sequenceOf(queue);
-  if (again || id <= sequence.floor || !sequence.given.insert(id).second) {
+  if (id <= sequence.floor || !sequence.given.insert(id).second) {
     return fail("an id was given twice, now to " + nameOf(event) + at(queue, id));
   }
   m_queues[queue][id] = {event, Deletion::kNone};
@@ -252,14 +246,7 @@ void Ledger::checkAuditRows(const StoredFiles& files, bool closed) {
 // Where the next start takes the sequences up.
 void Ledger::takeUpSequences() {
   m_global = {m_global.last(), {}};
-  m_selections = {};
-  for (const auto& [queue, events] : m_queues) {
-    if (queue == 0) continue;
-    const auto there = [](const auto& event) { return event.second.deletion != Deletion::kDone; };
-    const auto last = std::find_if(events.rbegin(), events.rend(), there);
-    if (last == events.rend()) continue;
-    m_selections.floor = std::max({m_selections.floor, last->first, m_lastId[queue]});
-  }
+  m_selections = {m_selections.last(), {}};
 }
 
 }  // namespace EventSystemTest

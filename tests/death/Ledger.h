@@ -5,9 +5,9 @@
 //   - An acknowledged event is in its queue once, with its text, until it is deleted. A call that
 //     had not returned has been done or has not; later it changes no more.
 //   - A deletion that had returned stays.
-//   - Ids grow without gaps. In the global queue none is given twice, also not after a deletion.
-//   - Data selections share one sequence. Each start takes it up above the events that are there
-//     and the stored maxima of those data selections that have events; with none it begins at 1.
+//   - Ids grow without gaps and none is given twice, also not after a deletion: in the global
+//   queue,
+//     and in the one sequence that all data selections share.
 //   - An audit record is in the audit database until it is in the queue. A run of the import puts
 //   it
 //     there once; when that run did not come to its end the record is left in the audit database,

@@ -54,7 +54,7 @@ TEST_P(Follow, SeesAuditRecordsOfOtherServices) {
   EXPECT_EQ(follower.wait().status, 0);
 }
 
-TEST_P(Follow, FollowsADataSelectionWhoseIdsStartAgain) {
+TEST_P(Follow, FollowsADataSelectionThatItEmpties) {
   addDataSelection(4);
   add("first", 4);
   Program follower(at({"consume", "--follow", "--json", "--dsid", "4"}));

@@ -102,7 +102,7 @@ class AllocationFault : public FakeHostTest {
   std::unique_ptr<EventManager> manager;
 };
 
-TEST_F(AllocationFault, AFailedAllocationInAManagerOperationGives4) {
+TEST_F(AllocationFault, AFailedAllocationInAManagerOperationGives4AndStoresNothing) {
   for (const ManagerOperation& operation : operations()) {
     const std::unique_ptr<Event> event = newCapacityEvent("written");
     prepare();
@@ -122,6 +122,7 @@ TEST_F(AllocationFault, AFailedAllocationInAManagerOperationGives4) {
         result = operation.run(*manager, event.get());
       }
       EXPECT_EQ(4, result);
+      for (const char* name : {"events", "dsevents"}) EXPECT_FALSE(holds(name, "written")) << name;
       FaultTable::instance().note("EventManager::" + operation.name, "allocation fails",
                                   std::to_string(result));
       checkAfterwards();

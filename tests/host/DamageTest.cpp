@@ -105,6 +105,17 @@ TEST_F(Damage, ThatAFilterMeetsStopsWrites) {
   expectNothingIsWritten();
 }
 
+// The library counts the ids of data selections on from it, and would give them again without it.
+TEST_F(Damage, OfTheHighestIdOfTheDataSelectionsStopsWrites) {
+  start();
+  ASSERT_EQ(open("eventproperties").addRecord("propname=maxid_7,propvalue=5", nullptr, 0), 0);
+  stop();
+  overwriteRootOf("eventproperties");
+  start();
+  EXPECT_TRUE(keysOf("dsevents").empty());
+  expectNothingIsWritten();
+}
+
 TEST_F(Damage, ThatADataSelectionCheckMeetsStopsWrites) {
   overwriteRootOf("dataselection");
   start();

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <new>
 #include <regex>
 #include <string>
 #include <string_view>
@@ -93,6 +94,19 @@ TEST_F(Log, TellsObserversOfWarningsAndErrorsWhateverItsLevel) {
     EXPECT_EQ(told, (std::vector<std::string>{"error 4 read event 7\nfailed", "warning 50 limit"}))
         << level;
   }
+}
+
+TEST_F(Log, WritesTheLineAndTellsTheNextOfAnObserverThatThrows) {
+  startWith("level = error\n");
+  int told = 0;
+  const LogObserver thrower([](LogLevel, int, std::string_view) { throw std::bad_alloc(); });
+  const LogObserver other([&told](LogLevel, int, std::string_view) { ++told; });
+  ErrorA(4, "first");
+  ErrorA(4, "second");
+  EXPECT_EQ(told, 2);
+  stop();
+  EXPECT_NE(log().find("first"), std::string::npos) << log();
+  EXPECT_NE(log().find("second"), std::string::npos) << log();
 }
 
 TEST_F(Log, IsSilentWhenOff) {

@@ -194,5 +194,59 @@ TEST_F(Table, OfDataSelectionsSaysWhichExist) {
   EXPECT_EQ(QMDSIDValidate(3), 0);
 }
 
+class HighestId : public HostTest {
+ protected:
+  HighestId() {
+    startWithTables();
+    for (const char* row : {"propname=maxid_3,propvalue=7", "propname=maxid_5,propvalue=9"}) {
+      EXPECT_EQ(open("eventproperties").addRecord(row, nullptr, 0), 0);
+    }
+  }
+
+  // As the library looks for the rows of data selections: "id of selection, " for each.
+  static std::string count() {
+    std::string found;
+    OrbDB::CTable rows = open("dsevents");
+    for (int end = rows.ListRecordsStart(nullptr); end == 0; end = rows.ListRecordsNext(nullptr)) {
+      std::array<char, 32> id{};
+      std::array<char, 32> selection{};
+      EXPECT_EQ(rows.getcolumn("eventid")->GetDataStr(id.data(), id.size()), 0);
+      EXPECT_EQ(rows.getcolumn("dataselection")->GetDataStr(selection.data(), selection.size()), 0);
+      found += std::string(id.data()) + " of " + selection.data() + ", ";
+    }
+    return found;
+  }
+
+  static int add(long id) {
+    return open("dsevents").addRecord((eventRecord(id) + ",3").c_str(), nullptr, 0);
+  }
+};
+
+TEST_F(HighestId, OfTheDataSelectionsEndsTheWalkThatTheLibraryCountsWith) {
+  EXPECT_EQ(count(), "9 of 0, ");
+  ASSERT_EQ(add(4), 0);
+  EXPECT_EQ(count(), "4 of 3, 9 of 0, ");
+  EXPECT_NE(QMDSIDValidate(0), 0) << "it counts";
+}
+
+TEST_F(HighestId, OfTheDataSelectionsIsInNoOtherWalk) {
+  ASSERT_EQ(add(4), 0);
+  OrbDB::CTable rows = open("dsevents");
+  std::vector<OrbDB::CColumn*> columns;
+  ASSERT_EQ(rows.ListRecordsStart(columns, nullptr), 0);
+  EXPECT_NE(rows.ListRecordsNext(columns, nullptr), 0);
+  EXPECT_EQ(keysOf("dsevents", "dataselection=3"), std::vector<long>{4});
+  EXPECT_TRUE(keysOf("dsevents", "dataselection=0").empty());
+  EXPECT_TRUE(keysOf("events").empty());
+  EXPECT_NE(rows.readRecord("9"), 0);
+  EXPECT_EQ(sqlite(database(), "SELECT count(*) FROM dsevents"), "1");
+}
+
+TEST_F(HighestId, OfTheDataSelectionsIsNotThereBeforeOneWasGiven) {
+  ASSERT_EQ(open("eventproperties").deleteRecord("2"), 0);
+  ASSERT_EQ(open("eventproperties").deleteRecord("3"), 0);
+  EXPECT_EQ(count(), "");
+}
+
 }  // namespace
 }  // namespace EventSystemTest

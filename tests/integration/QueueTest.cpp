@@ -3,6 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+#include <string>
+
 #include "EventSystem/ActivityEvent.h"
 #include "EventSystem/LegacyEvent.h"
 #include "tests/integration/QueueHome.h"
@@ -174,6 +178,62 @@ TEST(DataSelectionQueues, KeepTheirEventsOverARestart) {
   RunningQueue queue(home);
   EXPECT_THAT(queue.ids(3), ElementsAre(1));
   EXPECT_EQ(queue.add(3), 3U);
+}
+
+TEST(DataSelectionQueues, NeverGiveAnIdAgainAfterTheyWereEmptied) {
+  const QueueHome home;
+  {
+    RunningQueue queue(home);
+    addDataSelection(3);
+    for (unsigned long id = 1; id <= 3; ++id) queue.manager().deleteEvent(queue.add(3), 3);
+  }
+  { RunningQueue queue(home); }
+  RunningQueue queue(home);
+  EXPECT_THAT(queue.ids(3), IsEmpty());
+  EXPECT_EQ(queue.add(3), 4U);
+  EXPECT_THAT(queue.ids(3), ElementsAre(4));
+}
+
+TEST(DataSelectionQueues, NeverGiveAnIdOfAnEmptiedQueueAgainWhileAnotherHoldsEvents) {
+  const QueueHome home;
+  {
+    RunningQueue queue(home);
+    addDataSelection(3);
+    addDataSelection(5);
+    queue.add(5);
+    for (int i = 0; i < 2; ++i) queue.manager().deleteEvent(queue.add(3), 3);
+  }
+  RunningQueue queue(home);
+  EXPECT_THAT(queue.ids(5), ElementsAre(1));
+  EXPECT_EQ(queue.add(5), 4U);
+}
+
+TEST(DataSelectionQueues, NeverGiveAnIdOfASelectionThatWasRemovedAgain) {
+  const QueueHome home;
+  {
+    RunningQueue queue(home);
+    addDataSelection(3);
+    addDataSelection(5);
+    for (int i = 0; i < 2; ++i) queue.manager().deleteEvent(queue.add(3), 3);
+  }
+  QueueHome::execute(home.database(), "delete from dataselection where id = 3");
+  RunningQueue queue(home);
+  EXPECT_EQ(queue.add(5), 3U);
+}
+
+TEST(DataSelectionQueues, ShowNothingOfTheIdThatTheyGoOnFrom) {
+  const QueueHome home;
+  {
+    RunningQueue queue(home);
+    addDataSelection(3);
+    queue.manager().deleteEvent(queue.add(3), 3);
+  }
+  RunningQueue queue(home);
+  for (const unsigned int dsid : {0U, 2U, 3U}) EXPECT_THAT(queue.ids(dsid), IsEmpty());
+  EXPECT_EQ(queue.manager().checkConsistency(true), 0);
+  EXPECT_EQ(QueueHome::query(home.database(), "select count(*) from dsevents"), 0);
+  std::ifstream log(home.path() / "log" / "eventsystem.log");
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(log), {}), "") << "no warning, no error";
 }
 
 TEST(DataSelectionQueues, LeaveOutRowsOfASelectionThatIsGone) {

@@ -54,8 +54,8 @@ void MemoryTrial::makeHome() {
       << "[log]\nlevel = warning\n[database]\ndurability = " << m_durability << "\n";
   m_audit = std::make_unique<AuditFeed>(m_home / "audit" / "audit.db");
   m_kept.clear();
-  m_highestId = 0;
-  m_highestBefore = 0;
+  m_highest = {};
+  m_highestBefore = {};
 }
 
 void MemoryTrial::openHost() {
@@ -81,7 +81,7 @@ unsigned long MemoryTrial::add(unsigned int dsid) {
   if (m_manager->newEvent(event.get(), dsid) != 0) return 0;
   const unsigned long id = event->getId();
   m_kept[dsid][id] = eventStringOf(*event);
-  if (dsid == 0) m_highestId = std::max(m_highestId, id);
+  m_highest.of(dsid) = std::max(m_highest.of(dsid), id);
   return id;
 }
 
@@ -127,12 +127,14 @@ void MemoryTrial::prepare(const Operation& operation) {
   if (m_manager == nullptr) openQueue();
   clear();
   for (const unsigned int dsid : {0u, 0u, 0u, kSelection, kSelection}) add(dsid);
-  // The newest event is deleted: only the stored maximum keeps its id from being given again.
-  m_manager->deleteEvent(m_highestId, 0);
-  m_kept[0].erase(m_highestId);
+  // The newest events are deleted: only the stored maxima keep their ids from being given again.
+  for (const unsigned int dsid : {0u, kSelection}) {
+    m_manager->deleteEvent(m_highest.of(dsid), dsid);
+    m_kept[dsid].erase(m_highest.of(dsid));
+  }
   if (operation.misfiled) putMisfiledRow();
   for (unsigned int i = 0; i < operation.auditRows; ++i) m_auditRows.insert(m_audit->add());
-  m_highestBefore = m_highestId;
+  m_highestBefore = m_highest;
   m_event = makeEvent(++m_nextNumber, kRoom);
   m_eventText = eventStringOf(*m_event);
   if (operation.start == Start::kHost) m_manager.reset();
@@ -188,8 +190,11 @@ void MemoryTrial::checkWork(const Operation& operation, Outcome& outcome) {
   const bool built = operation.start < Start::kQueue;
   const std::string before = logText();
   for (const unsigned int dsid : {0u, kSelection}) {
-    if (add(dsid) == 0 && !built)
-      outcome.failures.emplace_back("an event is refused with memory again");
+    const unsigned long id = add(dsid);
+    if (id == 0 && !built) outcome.failures.emplace_back("an event is refused with memory again");
+    if (id != 0 && dsid != 0 && id <= m_highestBefore.selections) {
+      outcome.failures.emplace_back("a data selection gives an id again");
+    }
   }
   const std::string after = logText();
   if (!built && after != before) {
@@ -204,7 +209,7 @@ void MemoryTrial::checkQueue(const Operation& operation, unsigned int dsid, Outc
   Events found = contents(dsid);
   Events& kept = m_kept[dsid];
   for (const auto& [id, text] : found) {
-    if (dsid == 0 && id <= m_highestBefore && kept.count(id) == 0) {
+    if (id <= m_highestBefore.of(dsid) && kept.count(id) == 0) {
       fail("id " + std::to_string(id) + " was given again");
     }
   }

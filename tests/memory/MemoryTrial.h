@@ -94,8 +94,14 @@ class MemoryTrial {
 
   std::uint64_t m_nextNumber = 0;
   std::map<unsigned int, Events> m_kept;  // what each queue must hold
-  unsigned long m_highestId = 0;          // ever given in the global queue
-  unsigned long m_highestBefore = 0;      // when memory began to fail
+  // Ever given, in the global queue and in the data selections: now and when memory began to fail.
+  struct HighestIds {
+    unsigned long& of(unsigned int dsid) { return dsid == 0 ? global : selections; }
+    unsigned long global = 0;
+    unsigned long selections = 0;
+  };
+  HighestIds m_highest;
+  HighestIds m_highestBefore;
   std::unique_ptr<EventSystem::Event> m_event;
   std::string m_eventText;     // as it is before it has an id
   std::string m_misfiledText;  // the same

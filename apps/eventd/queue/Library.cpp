@@ -53,12 +53,14 @@ Library::Known& Library::known(unsigned int dsid) {
     const unsigned long highest = m_reader->highestId(queue);
     return m_known[queue] = {highest, highest};
   }
-  // One walk for all of them; nobody else writes to them.
+  // One look at all of them; nobody else writes to them.
   std::map<unsigned int, unsigned long> highest;
-  DatabaseQueueReader().forEachIdOfDataSelections([&](unsigned int each, unsigned long id) {
+  const DatabaseQueueReader reader;
+  reader.forEachIdOfDataSelections([&](unsigned int each, unsigned long id) {
     highest[each] = std::max(highest[each], id);
     return true;
   });
+  m_highestOfSelections = std::max(m_highestOfSelections, reader.notedIdOfDataSelections());
   requireNoDamage(m_queues.host());
   for (const auto& [each, id] : highest) {
     m_known.try_emplace(each, Known{id, id});
