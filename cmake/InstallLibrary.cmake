@@ -1,5 +1,6 @@
-# Installs the library for people who write a host: the headers with the platform contract, a
-# CMake package (find_package(EventSystem)) and a pkg-config file.
+# Installs the library for people who write programs on it or a host for it: the headers with the
+# platform contract, a CMake package (find_package(EventSystem)) and pkg-config files. The reference
+# host adds its library and headers, in host/: it is the component Host of the package.
 
 include(CMakePackageConfigHelpers)
 
@@ -23,7 +24,13 @@ install(FILES ${PROJECT_BINARY_DIR}/EventSystemConfig.cmake
 # The prefix is told relative to the file, so that an installed tree can be moved.
 file(RELATIVE_PATH EVENTSYSTEM_PREFIX_FROM_PC
      ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
-configure_file(${PROJECT_SOURCE_DIR}/packaging/eventsystem.pc.in
-               ${PROJECT_BINARY_DIR}/eventsystem.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/eventsystem.pc
-        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+set(modules eventsystem)
+if(EVENTSYSTEM_HOST)
+  list(APPEND modules eventsystem-host)
+endif()
+foreach(module IN LISTS modules)
+  configure_file(${PROJECT_SOURCE_DIR}/packaging/${module}.pc.in
+                 ${PROJECT_BINARY_DIR}/${module}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${module}.pc
+          DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()

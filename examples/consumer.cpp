@@ -2,6 +2,8 @@
 //
 //   c++ -std=c++17 consumer.cpp -lcurl -o consumer
 //   ./consumer [SOCKET [DSID]]
+//
+// Debian has what it needs in libcurl4-openssl-dev and nlohmann-json3-dev.
 
 #include <curl/curl.h>
 

@@ -12,9 +12,8 @@ void Database::noteDamage(int status, const char* table, const std::string& reas
   const std::string file = m_configuration.databaseFile.string();
   m_damage = file + ": is damaged" +
              (table == nullptr ? std::string() : std::string(", table ") + table) + ": " + reason +
-             " (status " + std::to_string(status) +
-             "); nothing more is written to it. Stop all programs that write, keep the file and "
-             "its -wal, and put back a copy or what sqlite3's .recover saves";
+             " (status " + std::to_string(status) + "); nothing more is written to it. " +
+             kDamageAdvice;
   ErrorA(status, "%s", m_damage.c_str());
 }
 

@@ -33,8 +33,9 @@ void writeDefinitions(const std::filesystem::path& directory) {
 
 // SqliteError is for the code; an operator is told the file and what to do.
 [[noreturn]] void cannotOpen(const HostConfiguration& configuration, const SqliteError& problem) {
+  const std::string advice = saysDamage(problem.status()) ? std::string(". ") + kDamageAdvice : "";
   throw HostError(configuration.databaseFile.string() + ": cannot be opened: " + problem.what() +
-                  " (status " + std::to_string(problem.status()) + ")");
+                  " (status " + std::to_string(problem.status()) + ")" + advice);
 }
 
 int refuseKeyBeyondInt(const TableDefinition& table, std::int64_t number, const int* key) {

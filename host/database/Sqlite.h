@@ -106,6 +106,11 @@ inline int primaryStatus(int status) {
 // Whether what is stored in the file cannot be read, so that a row may be there and not be found.
 bool saysDamage(int status);
 
+// What an operator does about it.
+inline constexpr char kDamageAdvice[] =
+    "Stop all programs that write, keep the file and its -wal, and put a backup in its place with "
+    "eventctl restore, or what sqlite3's .recover saves";
+
 // Whether a file operation failed that is worth another attempt with the file opened anew.
 inline bool saysFailedOperation(int status) {
   return primaryStatus(status) == SQLITE_IOERR && !saysDamage(status);

@@ -37,8 +37,10 @@ class EVENTSYSTEM_API EventManager {
   EventManager(const EventManager&) = delete;
   EventManager& operator=(const EventManager&) = delete;
 
-  // Stores an event and sets its new id into it; the caller keeps the object. 0 on success, 9 for
-  // a NULL event, 50 when the queue is full, 4 when a store threw, otherwise the store's result.
+  // Stores an event and sets its new id into it; the caller keeps the object. In cluster mode the
+  // event's id stays as it was, 0 for a new one: only the service knows the new id. 0 on success, 9
+  // for a NULL event, 50 when the queue is full, 4 when a store threw, otherwise the store's
+  // result.
   int newEvent(Event* event, unsigned int dsid);
 
   // The first event after `afterId` (0: from the start) in the queue of `dsid`; the caller deletes

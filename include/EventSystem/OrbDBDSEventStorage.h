@@ -3,7 +3,8 @@
 //
 // Ids are drawn from one sequence for all data selections. Only rows of data selections that the
 // host calls valid enter a queue. Without a database configuration directory, or when the table
-// cannot be created or read, the store is unusable for its whole life.
+// cannot be created or read, the store is unusable for its whole life: readEvent() and writeEvent()
+// return 4, and for getNextEvent() every queue is empty.
 //
 // Thread safety: none; EventManager serialises all calls.
 

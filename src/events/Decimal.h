@@ -12,7 +12,8 @@
 
 namespace EventSystem {
 
-static_assert(std::endian::native == std::endian::little);
+static_assert(std::endian::native == std::endian::little,
+              "EventSystem needs a little-endian machine");
 
 inline constexpr std::uint64_t kZeros = 0x3030303030303030;  // "00000000"
 

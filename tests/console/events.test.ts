@@ -1,17 +1,5 @@
-import type { Page } from "@playwright/test";
-import type { Producer } from "./support/producer";
 import { startMock } from "./support/server";
-import { expect, goTo, pageOnly, rows, rowsWith, test } from "./support/test";
-
-// What comes in great numbers goes to a queue of its own, or it would push away what the tests beside
-// look for.
-async function openQueue(page: Page, produce: Producer, dsid: string): Promise<void> {
-  await produce.addQueue(dsid);
-  const choice = page.getByRole("combobox", { name: "Queue" });
-  await expect(choice).toContainText(`data selection ${dsid}`);
-  await choice.selectOption(dsid);
-  await expect(page.getByText("live", { exact: true })).toBeVisible();
-}
+import { expect, goTo, openQueue, pageOnly, rows, rowsWith, test } from "./support/test";
 
 test.describe("The list of events", () => {
   test.beforeEach(async ({ page, enter }) => {
@@ -47,7 +35,7 @@ test.describe("The list of events", () => {
     await expect(rows(page)).toHaveText([/Apples/]);
     await expect(page.getByTestId("count")).toHaveText(/^1 of /);
     await page.getByRole("searchbox").fill(`${marker} plums`);
-    await expect(page.getByText("No event in the list matches.")).toBeVisible();
+    await expect(page.getByText("No event in the queue matches.")).toBeVisible();
   });
 
   test("finds an event by its id", async ({ page, produce, marker }) => {

@@ -219,6 +219,43 @@ for (const [what, size] of Object.entries(small)) {
   );
 }
 
+test("Times tell their zone", pageOnly, async ({ page, enter }) => {
+  await enter();
+  await goTo(page, "Events");
+  const heading = page.getByRole("columnheader", { name: /^time/ });
+  await expect(heading).toHaveText("time (Berlin)");
+  await expect(page.getByRole("button", { name: "Times: Europe/Berlin" })).toHaveText("Berlin");
+  await page.keyboard.press("u");
+  await expect(heading).toHaveText("time (UTC)");
+  await page.setViewportSize(small["A phone"]);
+  await page.getByRole("button", { name: "Times: UTC" }).click();
+  await expect(page.getByRole("button", { name: "Times: Europe/Berlin" })).toBeVisible();
+});
+
+test("A table that is wider than a phone shows where there is more", pageOnly, async ({
+  page,
+  enter,
+}) => {
+  await page.setViewportSize(small["A phone"]);
+  await enter();
+  await goTo(page, "Queues");
+  const table = page.getByRole("region", { name: "Table of the queues" });
+  const signs = () =>
+    table.evaluate((region) =>
+      ["::before", "::after"].map((edge) => {
+        const { content, display } = getComputedStyle(region.parentElement as Element, edge);
+        return display === "none" ? "" : content;
+      }),
+    );
+  await expect.poll(signs).toEqual(["", '"›"']);
+  await table.evaluate((region) => (region.scrollLeft = 60));
+  await expect.poll(signs).toEqual(['"‹"', '"›"']);
+  await table.evaluate((region) => (region.scrollLeft = region.scrollWidth));
+  await expect.poll(signs).toEqual(['"‹"', ""]);
+  await page.setViewportSize({ width: 1600, height: 800 });
+  await expect.poll(signs).toEqual(["", ""]);
+});
+
 test("The page's policy is in force, and a breach of it is noticed", async ({ page, watch }) => {
   const response = await page.goto("/");
   const policy = response?.headers()["content-security-policy"] ?? "";

@@ -56,6 +56,7 @@ class Damage : public HostTest {
     EXPECT_EQ(contentOf(database()) + contentOf(database().string() + "-wal"), before);
     EXPECT_EQ(host().damage().rfind(database().string() + ": is damaged", 0), 0U)
         << host().damage();
+    EXPECT_NE(host().damage().find("with eventctl restore"), std::string::npos) << host().damage();
     EXPECT_NE(log().find("the record was not added: " + host().damage()), std::string::npos)
         << log();
   }

@@ -104,8 +104,10 @@ TEST_F(File, WithTablesButNoMarkIsRefused) {
 
 TEST_F(File, ThatIsNoDatabaseIsRefused) {
   writeFile("events.db", std::string(5000, 'x'));
-  EXPECT_NE(refusal().find(database().string() + ": cannot be opened: file is not a database"),
+  const std::string said = refusal();
+  EXPECT_NE(said.find(database().string() + ": cannot be opened: file is not a database"),
             std::string::npos);
+  EXPECT_NE(said.find("with eventctl restore"), std::string::npos) << said;
   EXPECT_EQ(contentOf(database()), std::string(5000, 'x'));
 }
 

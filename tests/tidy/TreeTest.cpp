@@ -14,6 +14,7 @@ namespace EventSystemTest {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
@@ -260,15 +261,26 @@ TEST(Texts, ReferToNothingOutsideTheRepository) {
   EXPECT_THAT(breaches, IsEmpty());
 }
 
-TEST(Changelog, HasOneSectionForEachVersion) {
+// The text of the one file; empty when there is none.
+std::string textOf(const std::string& path) {
   const auto file = std::find_if(allFiles().begin(), allFiles().end(),
-                                 [](const SourceFile& one) { return one.path == "CHANGELOG.md"; });
-  ASSERT_NE(allFiles().end(), file);
+                                 [&](const SourceFile& one) { return one.path == path; });
+  return file == allFiles().end() ? "" : file->text;
+}
+
+TEST(Changelog, TellsOfTheVersionThatIsBuilt) {
+  const std::string build = textOf("CMakeLists.txt");
+  std::smatch version;
+  ASSERT_TRUE(std::regex_search(build, version, std::regex("EventSystem VERSION ([0-9.]+)")));
+  EXPECT_THAT(textOf("CHANGELOG.md"), HasSubstr("\n## " + version[1].str() + " "));
+}
+
+TEST(Changelog, HasOneSectionForEachVersion) {
   const std::regex section(
       "## \\[?(Unreleased|[0-9]+\\.[0-9]+\\.[0-9]+)\\]?( \\(?(- "
       ")?[0-9]{4}-[0-9]{2}-[0-9]{2}\\)?)?");
   std::size_t sections = 0;
-  for (const std::string& line : linesOf(file->text)) {
+  for (const std::string& line : linesOf(textOf("CHANGELOG.md"))) {
     if (!line.starts_with("## ")) continue;
     ++sections;
     EXPECT_TRUE(std::regex_match(line, section)) << line;

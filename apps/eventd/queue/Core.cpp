@@ -116,7 +116,8 @@ std::string Core::flushProblem(int status) const {
   if (status == kDatabaseGone) {
     return host.configuration().databaseFile.string() +
            ": the file was removed or replaced while it is in use; what was just done is lost when "
-           "this process ends. Put it back where it was, or stop the daemon and restore a backup";
+           "this process ends. Put it back where it was, or stop the daemon and put a backup there "
+           "with eventctl restore";
   }
   return host.configuration().databaseFile.string() + ": a flush failed (status " +
          std::to_string(status) +

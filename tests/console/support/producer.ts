@@ -51,6 +51,10 @@ export class Producer {
     return events.map((event) => String(event.id));
   }
 
+  async remove(id: string, dsid = "0"): Promise<void> {
+    await this.demand("DELETE", `${dsid}/events/${id}`);
+  }
+
   async removeUpTo(id: string, dsid = "0"): Promise<void> {
     await this.demand("DELETE", `${dsid}/events?upto=${id}`);
   }

@@ -98,3 +98,13 @@ export function rows(page: Page) {
 export function rowsWith(page: Page, word: string) {
   return rows(page).filter({ hasText: word });
 }
+
+// What comes in great numbers goes to a queue of its own, or it would push away what the tests beside
+// look for.
+export async function openQueue(page: Page, produce: Producer, dsid: string): Promise<void> {
+  await produce.addQueue(dsid);
+  const choice = page.getByRole("combobox", { name: "Queue" });
+  await expect(choice).toContainText(`data selection ${dsid}`);
+  await choice.selectOption(dsid);
+  await expect(page.getByText("live", { exact: true })).toBeVisible();
+}

@@ -131,7 +131,9 @@ export class Api {
     const { events } = this.queue(parts[0]);
     const after = BigInt(url.searchParams.get("after") ?? "0");
     const limit = Number(url.searchParams.get("limit") ?? "100");
-    const page = events.filter((event) => event.id > after).slice(0, limit);
+    const types = url.searchParams.get("type")?.split(",");
+    const isWanted = (event) => event.id > after && (!types || types.includes(event.kind));
+    const page = events.filter(isWanted).slice(0, limit);
     reply(response, 200, { events: page, last: page.at(-1)?.id ?? after });
   }
 

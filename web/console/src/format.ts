@@ -50,6 +50,15 @@ function pad(value: number): string {
   return String(value).padStart(2, "0");
 }
 
+// The zone of what dateTime() writes, in short: "Berlin".
+export function zoneName(clock: string): string {
+  return zoneOf(clock).replace(/^.*\//, "").replaceAll("_", " ");
+}
+
+export function zoneOf(clock: string): string {
+  return clock === "utc" ? "UTC" : new Intl.DateTimeFormat().resolvedOptions().timeZone;
+}
+
 // "2026-11-21 09:22:14", or the bare number of seconds where no calendar has such a date.
 export function dateTime(seconds: Integer, clock: string): string {
   const date = new Date(Number(seconds) * 1000);

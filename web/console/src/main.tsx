@@ -6,9 +6,11 @@ import "./styles/parts.css";
 import "./styles/events.css";
 import { effect } from "@preact/signals";
 import { view, viewNames } from "./state/route";
+import { keepSearching } from "./state/search";
 import { forgetServer, reach, tryNow, watchServer } from "./state/server";
 import { identify, restoreToken, standing, takeTokenFromAddress } from "./state/session";
 import { followTheme } from "./state/settings";
+import { watchStored } from "./state/stored";
 import { keepTail } from "./state/tail";
 import { App } from "./ui/App";
 
@@ -35,6 +37,8 @@ function start(): void {
     document.title = `${trouble}eventd ${location.host}${place}`;
   });
   keepTail();
+  keepSearching();
+  watchStored();
   void watchServer();
   const page = document.getElementById("page");
   if (page) render(<App />, page);

@@ -1,19 +1,20 @@
-// The live tail of one queue: what has arrived, newest first, as far as the list is kept.
+// The live tail of the queue that is shown: what has arrived, newest first, as far as the list is
+// kept.
 
 import { computed, effect, signal, untracked } from "@preact/signals";
 import { Refusal } from "../api/http";
 import { compareIntegers, minus, parseJson } from "../api/json";
 import { type Message, readMessages } from "../api/serverSentEvents";
-import type { Event, EventPage } from "../api/types";
+import type { Event } from "../api/types";
 import { matcher } from "../events/filter";
+import { walkBack } from "./ranges";
+import { kinds, queue, text } from "./route";
 import { reach, restartedAt, stats } from "./server";
-import { askServer, openStream, standing } from "./session";
+import { openStream, standing } from "./session";
 
 const backlog = 500; // how far back the list begins, in ids
 const keptAtFirst = 2_000;
-const mostKept = 20_000;
-const olderStep = 1_000;
-const olderTries = 10;
+export const mostKept = 20_000;
 const flushInterval = 150;
 const silence = 40_000; // the server sends a comment every 15 s
 const firstPause = 500;
@@ -24,18 +25,26 @@ export type Line = "off" | "connecting" | "live" | "broken" | "resting";
 
 export const line = signal<Line>("off");
 export const lineTrouble = signal(""); // what the server has against it
-export const queue = signal("0");
 export const paused = signal(false);
 export const held = signal<Event[]>([]);
 export const waiting = signal<Event[]>([]); // newest last, while paused
 export const missed = signal(0); // what a pause could not keep
 export const reachesBack = signal<string | undefined>(); // the list knows all ids above this one
+export const epoch = signal(0); // how often the list has begun anew
 
-export const text = signal("");
-export const kinds = signal<ReadonlySet<string>>(new Set());
-
+export const isFiltered = computed(() => text.value.trim() !== "" || kinds.value.size > 0);
+export const matches = computed(() => matcher(text.value, kinds.value));
+export const found = signal<Event[]>([]); // what matches of events older than those held
 export const isFull = computed(() => held.value.length >= mostKept);
-export const shown = computed(() => held.value.filter(matcher(text.value, kinds.value)));
+export const shown = computed(() => {
+  const isOlder = (event: Event) => compareIntegers(event.id, reachesBack.value ?? 0) <= 0;
+  return [...held.value.filter(matches.value), ...found.value.filter(isOlder)];
+});
+
+// What the server knows of the queue; undefined where it has no such queue.
+export const figures = computed(() =>
+  stats.value?.queues.find((one) => String(one.dsid) === queue.value),
+);
 
 let most = keptAtFirst;
 let last: string | undefined; // the id to go on after
@@ -58,7 +67,11 @@ function flush(): void {
 function prepend(events: Event[]): void {
   if (events.length === 0) return;
   const all = [...events.reverse(), ...held.value];
-  if (all.length > most) reachesBack.value = String(all[most]?.id);
+  const dropped = all.slice(most);
+  if (dropped[0]) {
+    reachesBack.value = String(dropped[0].id);
+    if (isFiltered.value) found.value = [...dropped.filter(matches.value), ...found.value];
+  }
   held.value = all.slice(0, most);
 }
 
@@ -80,6 +93,7 @@ export function resume(): void {
   if (missed.value > 0) {
     held.value = [];
     reachesBack.value = minus(events[0]?.id ?? 1, 1);
+    epoch.value = epoch.peek() + 1;
   }
   missed.value = 0;
   prepend(events);
@@ -97,20 +111,40 @@ export function clearTail(): void {
   last = undefined;
   most = keptAtFirst;
   held.value = [];
+  found.value = [];
   waiting.value = [];
   missed.value = 0;
   reachesBack.value = undefined;
+  epoch.value = epoch.peek() + 1;
 }
 
-function highestId(dsid: string): string {
-  const found = stats.value?.queues.find((one) => String(one.dsid) === dsid);
-  return String(found?.highestId ?? 0);
+const renewals = signal(0);
+
+// Forgets the list and begins it anew.
+export function renewTail(): void {
+  clearTail();
+  ++renewals.value;
+}
+
+// Whether the list has the event, or will: false where the server has told all up to its id and
+// not this one, so that ids have begun anew.
+export function isHeardOf(event: Event): boolean {
+  if (last === undefined || reachesBack.value === undefined) return true;
+  if (compareIntegers(event.id, last) > 0) return true;
+  if (compareIntegers(event.id, reachesBack.value) <= 0 || missed.value > 0) return true;
+  return [...held.value, ...waiting.value, ...arrived].some(
+    (one) => String(one.id) === String(event.id) && one.eventString === event.eventString,
+  );
+}
+
+function highestId(): string {
+  return String(figures.value?.highestId ?? 0);
 }
 
 async function listen(dsid: string, signal: AbortSignal, onLive: () => void): Promise<void> {
   const path = `/v1/queues/${dsid}/events/stream`;
   if (last === undefined) {
-    last = minus(highestId(dsid), backlog);
+    last = minus(highestId(), backlog);
     reachesBack.value = last;
   }
   const quiet = new AbortController();
@@ -181,9 +215,7 @@ document.addEventListener("visibilitychange", () => {
 // After a restart with another store, ids may begin below those that were seen.
 function isFromAnotherStore(): boolean {
   return (
-    restartedAt.value !== undefined &&
-    last !== undefined &&
-    compareIntegers(highestId(queue.value), last) < 0
+    restartedAt.value !== undefined && last !== undefined && compareIntegers(highestId(), last) < 0
   );
 }
 
@@ -192,7 +224,7 @@ export function keepTail(): void {
   effect(() => {
     if (isUp.value) hurry?.();
   });
-  const ready = computed(() => standing.value === "in" && stats.value !== undefined);
+  const ready = computed(() => standing.value === "in" && figures.value !== undefined);
   let before = "";
   effect(() => {
     const dsid = queue.value;
@@ -202,6 +234,7 @@ export function keepTail(): void {
       return;
     }
     void restartedAt.value;
+    void renewals.value;
     if (dsid !== before || untracked(isFromAnotherStore)) untracked(clearTail);
     before = dsid;
     if (!seen.value) {
@@ -216,32 +249,23 @@ export function keepTail(): void {
 
 export const olderState = signal<"" | "asking" | "none" | "failed">("");
 
-// Ids may have gaps of any width, so it looks at several stretches of them.
-async function findOlder(dsid: string, before: string): Promise<EventPage["events"]> {
-  let end = before;
-  for (let tries = 0; tries < olderTries && end !== "0"; ++tries) {
-    const after = minus(end, olderStep);
-    const path = `/v1/queues/${dsid}/events?after=${after}&limit=${olderStep}`;
-    const page = await askServer<EventPage>(path);
-    reachesBack.value = after;
-    const found = page.events.filter((event) => compareIntegers(event.id, end) <= 0);
-    if (found.length > 0) return found;
-    end = after;
-  }
-  return [];
-}
-
 export async function loadOlder(): Promise<void> {
   const before = reachesBack.value;
   const dsid = queue.value;
   if (before === undefined || olderState.value === "asking") return;
   olderState.value = "asking";
   try {
-    const found = await findOlder(dsid, before);
-    if (dsid !== queue.value) return;
-    most = Math.min(mostKept, Math.max(most, held.value.length + found.length));
-    held.value = [...held.value, ...found.reverse()].slice(0, mostKept);
-    olderState.value = found.length > 0 || reachesBack.value === "0" ? "" : "none";
+    let added = 0;
+    await walkBack(dsid, before, (events, reached) => {
+      if (dsid !== queue.value) return false;
+      const all = [...held.value, ...events];
+      added = events.length;
+      most = Math.min(mostKept, Math.max(most, all.length));
+      held.value = all.slice(0, mostKept);
+      reachesBack.value = String(all[mostKept]?.id ?? reached);
+      return added === 0;
+    });
+    olderState.value = added > 0 || reachesBack.value === "0" ? "" : "none";
   } catch {
     olderState.value = "failed";
   }

@@ -5,9 +5,10 @@ import { useEffect, useLayoutEffect, useRef, useState } from "preact/hooks";
 import type { Event } from "../api/types";
 import { summaryOf } from "../events/summary";
 import { visible } from "../events/visible";
-import { dateTime } from "../format";
+import { dateTime, zoneName, zoneOf } from "../format";
 import { openEvent, showEvent } from "../state/route";
 import { clock } from "../state/settings";
+import { gone, inSight } from "../state/stored";
 import { Kind } from "./Kind";
 import { isNarrow } from "./media";
 
@@ -26,10 +27,11 @@ interface RowProps {
 
 function Row({ event, index, height, active, opened, onActive }: RowProps) {
   const { main, details } = summaryOf(event);
+  const isGone = gone.value.has(String(event.id));
   return (
     <div
       role="row"
-      class={event.problem ? "row damaged" : "row"}
+      class={`row${event.problem ? " damaged" : ""}${isGone ? " gone" : ""}`}
       aria-rowindex={index + 2}
       aria-selected={opened}
       tabIndex={active ? 0 : -1}
@@ -48,6 +50,7 @@ function Row({ event, index, height, active, opened, onActive }: RowProps) {
         <Kind name={event.kind} />
       </span>
       <span role="gridcell" class="what">
+        {isGone ? <span class="badge">deleted</span> : null}
         {event.problem ? <strong class="problem">{visible(event.problem)} </strong> : null}
         {visible(main)}
         {details.map((detail) => (
@@ -138,6 +141,11 @@ export function EventGrid({ rows, empty }: { rows: Event[]; empty: string }) {
     else if (before) rowOf(place.current, before)?.focus({ preventScroll: true });
   }, [opened]);
 
+  const indexes = indexesInSight(sight, height, rows.length, active);
+  useEffect(() => {
+    inSight.value = indexes.flatMap((index) => rows[index] ?? []);
+  });
+
   const focusRow = (index: number) => {
     const target = rows[index];
     const element = place.current;
@@ -183,12 +191,14 @@ export function EventGrid({ rows, empty }: { rows: Event[]; empty: string }) {
         <span role="columnheader" class="id">
           id
         </span>
-        <span role="columnheader">time{clock.value === "utc" ? " (UTC)" : ""}</span>
+        <span role="columnheader" title={zoneOf(clock.value)}>
+          time ({zoneName(clock.value)})
+        </span>
         <span role="columnheader">kind</span>
         <span role="columnheader">event</span>
       </div>
       <div role="rowgroup" class="rows" style={{ height: `${rows.length * height}px` }}>
-        {indexesInSight(sight, height, rows.length, active).map((index) => {
+        {indexes.map((index) => {
           const event = rows[index];
           if (!event) return null;
           return (

@@ -1,8 +1,9 @@
 import { useEffect, useRef } from "preact/hooks";
-import { go, type View, view, viewNames, views } from "../state/route";
+import { zoneName, zoneOf } from "../format";
+import { addressOfView, go, type View, view, viewNames, views } from "../state/route";
 import { cluster, reach, stats } from "../state/server";
 import { hasToken, logOut, may, me, standing } from "../state/session";
-import { nextTheme, theme } from "../state/settings";
+import { clock, nextClock, nextTheme, theme } from "../state/settings";
 import { Icon } from "./Icon";
 import { helpIsOpen } from "./keys";
 
@@ -46,7 +47,7 @@ function Navigation() {
       {views.filter(isOffered).map((one) => (
         <a
           key={one}
-          href={`#/${one}`}
+          href={addressOfView(one)}
           aria-current={view.value === one ? "page" : undefined}
           onClick={(event) => {
             event.preventDefault();
@@ -105,6 +106,15 @@ export function Header() {
       {standing.value === "out" ? null : <State />}
       <Navigation />
       <div class="tools">
+        <button
+          type="button"
+          class="zone with-icon"
+          onClick={nextClock}
+          aria-label={`Times: ${zoneOf(clock.value)}`}
+          title={`Times are those of ${zoneOf(clock.value)} (u: local or UTC)`}
+        >
+          <Icon name="clock" /> {zoneName(clock.value)}
+        </button>
         <button
           type="button"
           class="icon"

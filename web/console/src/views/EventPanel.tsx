@@ -1,13 +1,13 @@
 import { useEffect, useRef, useState } from "preact/hooks";
-import { Refusal } from "../api/http";
 import type { Integer } from "../api/json";
 import type { Event } from "../api/types";
 import { visible } from "../events/visible";
-import { ageOf, dateTime, grouped } from "../format";
+import { ageOf, dateTime, grouped, zoneOf } from "../format";
+import { readEvent } from "../state/ranges";
 import { closeEvent, opening } from "../state/route";
 import { limits } from "../state/server";
-import { askServer } from "../state/session";
-import { held } from "../state/tail";
+import { gone, noteGone } from "../state/stored";
+import { shown } from "../state/tail";
 import { CopyButton } from "../ui/CopyButton";
 import { Icon } from "../ui/Icon";
 import { Kind } from "../ui/Kind";
@@ -22,18 +22,17 @@ type Found = { event?: Event; failure?: string };
 
 function useEvent({ dsid, id }: Place): Found {
   const [found, setFound] = useState<Found>(() => {
-    const event = held.peek().find((one) => String(one.id) === id && String(one.dsid) === dsid);
+    const event = shown.peek().find((one) => String(one.id) === id && String(one.dsid) === dsid);
     return event ? { event } : {};
   });
   useEffect(() => {
-    if (found.event) return;
-    askServer<Event>(`/v1/queues/${dsid}/events/${id}`).then(
-      (event) => setFound({ event }),
-      (error: Error) => {
-        const gone = error instanceof Refusal && error.status === 404;
-        const failure = gone ? "This event is not in the queue (any more)." : error.message;
-        setFound({ failure });
+    readEvent(dsid, id).then(
+      (event) => {
+        if (event) setFound({ event });
+        else if (found.event) noteGone(id);
+        else setFound({ failure: "This event is not in the queue (any more)." });
       },
+      (error: Error) => found.event || setFound({ failure: error.message }),
     );
   }, []);
   return found;
@@ -92,7 +91,7 @@ function Envelope({ event }: { event: Event }) {
       <div>
         <dt>date</dt>
         <dd>
-          {dateTime(event.date, "local")}
+          {dateTime(event.date, "local")} <span class="muted">{zoneOf("local")}</span>
           <div class="muted">{dateTime(event.date, "utc")} UTC</div>
           <div class="muted">{ageOf(event.date)} ago</div>
         </dd>
@@ -154,6 +153,9 @@ export function EventPanel(place: Place) {
           <Icon name="close" />
         </button>
       </div>
+      {event && gone.value.has(place.id) ? (
+        <p class="banner warn">Deleted: the queue does not have it any more.</p>
+      ) : null}
       {event ? <Details event={event} /> : null}
       {event || failure ? null : <p class="muted">Asking for it …</p>}
       {failure ? <p role="alert">{failure}</p> : null}

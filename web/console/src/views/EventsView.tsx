@@ -1,13 +1,17 @@
 import { useEffect, useRef } from "preact/hooks";
+import { compareIntegers } from "../api/json";
 import { kindNames } from "../events/kinds";
 import { visible } from "../events/visible";
 import { grouped } from "../format";
-import { openEvent } from "../state/route";
+import { chooseKinds, chooseQueue, kinds, openEvent, queue, searchFor, text } from "../state/route";
+import { lookedThrough, searchedTo, searchFurther, searchState } from "../state/search";
 import { stats } from "../state/server";
+import { gone, oldestId } from "../state/stored";
 import {
+  figures,
   held,
+  isFiltered,
   isFull,
-  kinds,
   type Line,
   line,
   lineTrouble,
@@ -15,10 +19,8 @@ import {
   missed,
   olderState,
   paused,
-  queue,
   reachesBack,
   shown,
-  text,
   togglePause,
   waiting,
 } from "../state/tail";
@@ -40,7 +42,7 @@ const lineTexts: Record<Line, [string, string]> = {
 function toggleKind(kind: string): void {
   const next = new Set(kinds.value);
   if (!next.delete(kind)) next.add(kind);
-  kinds.value = next;
+  chooseKinds(next);
 }
 
 function changePause(): void {
@@ -50,12 +52,11 @@ function changePause(): void {
 
 function QueueChoice() {
   const queues = stats.value?.queues ?? [];
-  const known = queues.some((one) => String(one.dsid) === queue.value);
   return (
     <label class="field">
       <span class="unseen">Queue</span>
-      <select value={queue.value} onChange={(event) => (queue.value = event.currentTarget.value)}>
-        {known ? null : <option value={queue.value}>data selection {queue.value}</option>}
+      <select value={queue.value} onChange={(event) => chooseQueue(event.currentTarget.value)}>
+        {figures.value ? null : <option value={queue.value}>queue {queue.value}</option>}
         {queues.map((one) => (
           <option key={one.dsid} value={String(one.dsid)}>
             {queueName(one)}
@@ -70,11 +71,7 @@ function KindChoices() {
   return (
     <fieldset class="choices kinds">
       <legend class="unseen">Kinds shown</legend>
-      <button
-        type="button"
-        aria-pressed={kinds.value.size === 0}
-        onClick={() => (kinds.value = new Set())}
-      >
+      <button type="button" aria-pressed={kinds.value.size === 0} onClick={() => chooseKinds([])}>
         all kinds
       </button>
       {kindNames.map((kind) => (
@@ -124,8 +121,8 @@ function Tools() {
           type="search"
           placeholder="Search id or text"
           value={text.value}
-          onInput={(event) => (text.value = event.currentTarget.value)}
-          onKeyDown={(event) => event.key === "Escape" && (text.value = "")}
+          onInput={(event) => searchFor(event.currentTarget.value)}
+          onKeyDown={(event) => event.key === "Escape" && searchFor("")}
         />
       </label>
       <button type="button" class="with-icon" aria-pressed={paused.value} onClick={changePause}>
@@ -142,11 +139,25 @@ const olderTexts = {
   failed: "The server did not answer; try again",
 };
 
+// Below what the list knows there is nothing in the queue.
+function isNothingOlder(): boolean {
+  const end = reachesBack.value;
+  if (end === undefined || end === "0") return end === "0";
+  return oldestId.value !== undefined && compareIntegers(oldestId.value, end) > 0;
+}
+
+function hasAllStored(): boolean {
+  const stored = held.value.filter((event) => !gone.value.has(String(event.id))).length;
+  return line.value === "live" && !paused.value && stored === Number(figures.value?.count);
+}
+
 function Older() {
-  if (isFull.value) return <span class="muted">the list holds no more</span>;
-  if (reachesBack.value === undefined || reachesBack.value === "0") {
-    return <span class="muted">all that are stored</span>;
+  if (reachesBack.value === undefined) return null;
+  if (isNothingOlder()) {
+    const text = hasAllStored() ? "all that are stored" : "nothing older is stored";
+    return <span class="muted">{text}</span>;
   }
+  if (isFull.value) return <span class="muted">the list holds no more</span>;
   return (
     <button type="button" disabled={olderState.value === "asking"} onClick={loadOlder}>
       {olderTexts[olderState.value]}
@@ -154,42 +165,75 @@ function Older() {
   );
 }
 
+function SearchedTo() {
+  const to = searchedTo.value ?? reachesBack.value;
+  if (to === undefined) return null;
+  if (searchState.value === "asking") return <span class="muted">Looking further back …</span>;
+  if (to === "0" || isNothingOlder()) return <span class="muted">nothing older is stored</span>;
+  return (
+    <>
+      <span class="muted">looked through down to id {grouped(to)}</span>
+      <button type="button" onClick={searchFurther}>
+        {searchState.value === "failed" ? olderTexts.failed : "Look further back"}
+      </button>
+    </>
+  );
+}
+
+function countText(): string {
+  const all = held.value.length + (lookedThrough.value ?? Number.NEGATIVE_INFINITY);
+  const count = shown.value.length;
+  if (isFiltered.value && count < all) return `${grouped(count)} of ${grouped(all)} events`;
+  return count === 1 ? "1 event" : `${grouped(count)} events`;
+}
+
 function Foot() {
-  const count =
-    shown.value.length === held.value.length
-      ? `${grouped(held.value.length)} events`
-      : `${grouped(shown.value.length)} of ${grouped(held.value.length)} events`;
+  const deleted = shown.value.filter((event) => gone.value.has(String(event.id))).length;
   return (
     <div class="list-foot">
-      <span data-testid="count">{count}</span>
-      <Older />
+      <span>
+        <span data-testid="count">{countText()}</span>
+        {deleted > 0 ? <span class="muted">, {grouped(deleted)} deleted since</span> : null}
+      </span>
+      {isFiltered.value ? <SearchedTo /> : <Older />}
     </div>
   );
 }
 
+function NoSuchQueue() {
+  return (
+    <p class="banner warn" role="alert">
+      There is no queue {visible(queue.value)} here. <a href="#/events/0">The global queue</a>
+    </p>
+  );
+}
+
 function emptyText(): string {
-  if (held.value.length > 0) return "No event in the list matches.";
+  if (isFiltered.value) {
+    const isDone = searchedTo.value === "0" || isNothingOlder();
+    if (searchState.value === "asking" || (!isDone && searchedTo.value === undefined)) return "";
+    return isDone ? "No event in the queue matches." : "No event matches so far.";
+  }
+  if (held.value.length > 0) return "";
   return line.value === "live" ? "No events here; new ones appear as they are stored." : "";
 }
 
 // The number of matches is told when the filter has come to rest.
 function useFilterNews(): void {
+  const isAsking = searchState.value === "asking";
   const filter = `${text.value}|${[...kinds.value].join()}`;
   // Only the filter is news.
   useEffect(() => {
-    if (filter === "|") return;
+    if (filter === "|" || isAsking) return;
     const timer = setTimeout(() => announce(`${shown.peek().length} events match.`), 800);
     return () => clearTimeout(timer);
-  }, [filter]);
+  }, [filter, isAsking]);
 }
 
 export function EventsView() {
   useFilterNews();
-  const open = openEvent.value;
-  // A link to an event of another queue brings its queue along.
-  useEffect(() => {
-    if (open) queue.value = open.dsid;
-  }, [open?.dsid]);
+  const isUnknown = stats.value !== undefined && figures.value === undefined;
+  const open = isUnknown ? undefined : openEvent.value;
   return (
     <div class={`events ${open ? "with-panel" : ""}`}>
       <section class="list card" aria-labelledby="events-title">
@@ -199,6 +243,7 @@ export function EventsView() {
         </div>
         <Tools />
         <KindChoices />
+        {isUnknown ? <NoSuchQueue /> : null}
         <EventGrid rows={shown.value} empty={emptyText()} />
         <Foot />
       </section>

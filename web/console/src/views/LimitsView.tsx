@@ -2,6 +2,7 @@ import type { KindField, Limits } from "../api/types";
 import { bytes, grouped } from "../format";
 import { limits, stats } from "../state/server";
 import { Kind } from "../ui/Kind";
+import { Wide } from "../ui/Wide";
 import { NearnessMeters } from "./NearnessMeters";
 
 function Line({ name, value }: { name: string; value: string | undefined }) {
@@ -58,8 +59,7 @@ function KindLimits({ name, summary, fields }: KindProps) {
       <summary>
         <Kind name={name} /> <span class="muted">{summary ? `${summary}, ${count}` : count}</span>
       </summary>
-      {/* biome-ignore lint/a11y/noNoninteractiveTabindex: what scrolls must be reachable by keys */}
-      <div class="scroll" tabIndex={0} role="region" aria-label={`Fields of ${name}`}>
+      <Wide label={`Fields of ${name}`}>
         <table class="data">
           <thead>
             <tr>
@@ -76,7 +76,7 @@ function KindLimits({ name, summary, fields }: KindProps) {
             ))}
           </tbody>
         </table>
-      </div>
+      </Wide>
     </details>
   );
 }

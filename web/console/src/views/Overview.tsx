@@ -1,14 +1,16 @@
 import { useSignal } from "@preact/signals";
 import type { ComponentChildren } from "preact";
+import { useEffect } from "preact/hooks";
 import type { Event, Queue, Stats } from "../api/types";
 import { kindNames } from "../events/kinds";
 import { summaryOf } from "../events/summary";
 import { visible } from "../events/visible";
 import { ageOf, dateTime, duration, grouped, rateFormat, shortTime } from "../format";
-import { showEvent } from "../state/route";
+import { queue } from "../state/route";
 import { stats } from "../state/server";
 import { clock } from "../state/settings";
-import { held, queue } from "../state/tail";
+import { gone, inSight } from "../state/stored";
+import { held } from "../state/tail";
 import { Kind } from "../ui/Kind";
 import { HistoryCharts, RangeChoice } from "./HistoryCharts";
 import { NearnessMeters } from "./NearnessMeters";
@@ -126,23 +128,26 @@ function inShort(event: Event): string {
 
 function Newest() {
   const events = held.value.slice(0, 8);
+  useEffect(() => {
+    inSight.value = events;
+  });
   return (
     <section class="card" aria-labelledby="newest-title">
       <h2 id="newest-title">Newest events{queue.value === "0" ? "" : ` of ${queue.value}`}</h2>
       {events.length === 0 ? <p class="muted">None have been seen yet.</p> : null}
       <ul class="newest">
         {events.map((event) => (
-          <li key={`${event.dsid}/${event.id}`}>
-            <a
-              href={`#/events/${event.dsid}/${event.id}`}
-              onClick={(click) => {
-                click.preventDefault();
-                showEvent(String(event.dsid), String(event.id));
-              }}
-            >
+          <li
+            key={`${event.dsid}/${event.id}`}
+            class={gone.value.has(String(event.id)) ? "gone" : ""}
+          >
+            <a href={`#/events/${event.dsid}/${event.id}`}>
               <span class="when">{shortTime(event.date, clock.value)}</span>
               <Kind name={event.kind} />
-              <span class="what">{visible(inShort(event))}</span>
+              <span class="what">
+                {gone.value.has(String(event.id)) ? <span class="badge">deleted</span> : null}{" "}
+                {visible(inShort(event))}
+              </span>
             </a>
           </li>
         ))}

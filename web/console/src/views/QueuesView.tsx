@@ -1,10 +1,9 @@
 import type { Queue } from "../api/types";
 import { kindNames } from "../events/kinds";
 import { ageOf, dateTime, grouped } from "../format";
-import { go } from "../state/route";
 import { stats } from "../state/server";
 import { clock } from "../state/settings";
-import { queue as shownQueue } from "../state/tail";
+import { Wide } from "../ui/Wide";
 import { queueName } from "./queueName";
 
 function order(queue: Queue): [string, number][] {
@@ -29,17 +28,10 @@ function Mixture({ queue }: { queue: Queue }) {
 }
 
 function QueueRow({ queue }: { queue: Queue }) {
-  const openList = (event: MouseEvent) => {
-    event.preventDefault();
-    shownQueue.value = String(queue.dsid);
-    go("events");
-  };
   return (
     <tr>
       <th scope="row">
-        <a href="#/events" onClick={openList}>
-          {queueName(queue)}
-        </a>
+        <a href={`#/events/${queue.dsid}`}>{queueName(queue)}</a>
         {queue.known ? null : <span class="badge warn">not known</span>}
       </th>
       <td class="figure number">{grouped(queue.count)}</td>
@@ -65,8 +57,7 @@ export function QueuesView() {
     <section class="card" aria-labelledby="queues-title">
       <h2 id="queues-title">Queues</h2>
       <p class="muted">The global queue and the queues of the data selections.</p>
-      {/* biome-ignore lint/a11y/noNoninteractiveTabindex: what scrolls must be reachable by keys */}
-      <div class="scroll" tabIndex={0} role="region" aria-label="Table of the queues">
+      <Wide label="Table of the queues">
         <table class="data">
           <thead>
             <tr>
@@ -94,7 +85,7 @@ export function QueuesView() {
             ))}
           </tbody>
         </table>
-      </div>
+      </Wide>
     </section>
   );
 }
