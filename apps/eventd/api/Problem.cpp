@@ -71,7 +71,8 @@ constexpr std::array<ProblemText, 25> kTexts = {{
      "As many readers wait as waiting of eventd.ini allows. Ask without waiting, or try again "
      "later."},
     {kNoMajority, "no-majority", 503, "The cluster has no majority",
-     "Too few members of the cluster can be reached to decide anything. Try again after the seconds "
+     "Too few members of the cluster can be reached to decide anything. Try again after the "
+     "seconds "
      "in Retry-After. Of a write, ids has the events that were stored; where it is missing, it is "
      "not known which were."},
     {kVersionNotSupported, "version-not-supported", 505, "This version of HTTP is not spoken",
