@@ -28,6 +28,8 @@ int typeNamed(const std::string& name) {
   return parseNumber<int>(std::string_view(name).substr(kPrefix.size())).value_or(0);
 }
 
+}  // namespace
+
 EventSystemHost::ClusterReport clusterFrom(const json& cluster) {
   EventSystemHost::ClusterReport report;
   for (const json& from : cluster.at("members")) {
@@ -46,8 +48,6 @@ EventSystemHost::ClusterReport clusterFrom(const json& cluster) {
   cluster.at("failure").get_to(report.failure);
   return report;
 }
-
-}  // namespace
 
 // The fields are taken from the event string, as they are where the queue is read directly.
 EventView eventFrom(const json& event) {

@@ -23,6 +23,7 @@ std::pair<unsigned int, QueueFigures> figuresFrom(const nlohmann::json& queue);
 
 DataSelection selectionFrom(const nlohmann::json& queue);
 
+EventSystemHost::ClusterReport clusterFrom(const nlohmann::json& cluster);
 Statistics statisticsFrom(const nlohmann::json& stats);
 
 CheckReport checkReportFrom(const nlohmann::json& report);

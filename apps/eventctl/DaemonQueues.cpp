@@ -143,8 +143,25 @@ std::vector<std::pair<DataSelection, unsigned long>> DaemonQueues::selections() 
 }
 
 Statistics DaemonQueues::statistics() {
-  const json stats = m_client.call({.target = "/v1/stats"});
-  return understood([&] { return statisticsFrom(stats); });
+  try {
+    const json stats = m_client.call({.target = "/v1/stats"});
+    return understood([&] { return statisticsFrom(stats); });
+  } catch (const DaemonProblem& problem) {
+    if (!isFailure(problem)) throw;
+    return withoutFigures(problem);
+  }
+}
+
+// A cluster that cannot be read is shown as it is.
+Statistics DaemonQueues::withoutFigures(const DaemonProblem& problem) {
+  const json cluster = m_client.call({.target = "/v1/cluster"});
+  return understood([&] {
+    if (!cluster.at("clustered").get<bool>()) throw problem;
+    Statistics statistics;
+    statistics.cluster = clusterFrom(cluster);
+    if (statistics.cluster->failure.empty()) statistics.cluster->failure = problem.what();
+    return statistics;
+  });
 }
 
 Woken DaemonQueues::waitForMore(unsigned int dsid, unsigned long after, const Listener& listener) {

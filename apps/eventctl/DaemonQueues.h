@@ -46,6 +46,7 @@ class DaemonQueues : public WritableQueues {
   CheckReport check(bool fix);
 
  private:
+  Statistics withoutFigures(const DaemonProblem& problem);
   nlohmann::json post(Events events, unsigned int dsid);
   nlohmann::json postWithoutKey(const HttpRequest& request);
   StoreOutcome refusalOf(const DaemonProblem& problem, Events events, unsigned int dsid);

@@ -14,7 +14,7 @@
 namespace EventApps {
 
 struct Statistics {
-  std::string home;
+  std::string home;  // as the next: empty when a daemon knows no more than its cluster
   std::string database;
   int countLimit = 0;  // of the database; 0: none
   int ageLimitDays = 0;

@@ -36,7 +36,9 @@ void addQueues(nlohmann::ordered_json& object, const Figures& figures) {
 }
 
 void printJson(Output& output, const Statistics& statistics) {
-  nlohmann::ordered_json object = {{"home", statistics.home}, {"database", statistics.database}};
+  nlohmann::ordered_json object;
+  if (!statistics.home.empty()) object["home"] = statistics.home;
+  if (!statistics.database.empty()) object["database"] = statistics.database;
   if (statistics.figures) addQueues(object, *statistics.figures);
   object["countLimit"] = statistics.countLimit;
   object["ageLimitDays"] = statistics.ageLimitDays;

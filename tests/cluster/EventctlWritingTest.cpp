@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/cluster/ClusterHome.h"
+#include "tests/cluster/Proxy.h"
 
 namespace EventSystemTest {
 namespace {
@@ -79,6 +80,21 @@ TEST_F(ClusterImport, AcknowledgesEachLineBeforeItAwaitsTheNext) {
   const Outcome outcome = import.wait();
   EXPECT_EQ(outcome.out, "2 0 1\n4 4 1\n5 0 2\nImported 3, refused 1.\n");
   EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(ClusterImport, SaysThatItIsNotKnownWhetherAnEventIsStoredWhoseAnswerWasLost) {
+  Proxy proxy(m_etcd.endpoint(0));
+  joinCluster(proxy.endpoint(), "deadline_ms = 1000\n");
+  Program import(at({"import", "-", "--acknowledge"}), {.keepInputOpen = true});
+  import.write(serverStatus("a") + "\n");
+  ASSERT_TRUE(import.waitForOutput("1 0 1\n"));
+  proxy.setMute(true);
+  import.write(serverStatus("b") + "\n");
+  import.closeInput();
+  const Outcome outcome = import.wait();
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr(":2: whether the event was stored is not known: "));
+  EXPECT_THAT(outcome.err, HasSubstr("no majority"));
 }
 
 TEST_F(ClusterDelete, LooksAtTheServiceAndSaysWhenThereIsNothing) {

@@ -12,6 +12,7 @@ namespace EventSystemTest {
 namespace {
 
 using ::testing::AllOf;
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
@@ -55,6 +56,15 @@ TEST_F(LostAnswer, ToADeletionSaysThatTheOutcomeIsNotKnown) {
   noMajority(daemon.remove(1));
 }
 
+TEST_F(LostAnswer, EndsAnImportWithTheWordsThatTheOutcomeIsNotKnown) {
+  daemon.add("first");
+  proxy.setMute(true);
+  const Outcome outcome = daemon.eventctl({"add", "legacy", "--payload", "x"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("whether the events were stored is not known"));
+  proxy.setMute(false);
+}
+
 // Nothing was sent yet when the cluster turns out to be away.
 TEST_F(LostAnswer, BeforeAnythingWasSentSaysThatNothingIsStored) {
   proxy.setDown(true);
@@ -83,6 +93,17 @@ TEST_F(Outage, IsToldAsNoMajorityAndOverWhenThereIsOneAgain) {
   etcd.start(1);
   EXPECT_TRUE(eventually([&] { return daemon.get(kEvents).status == 200U; }));
   EXPECT_EQ(daemon.remove(1).status, 204U);
+}
+
+TEST_F(Outage, LeavesTheMembersToEventctlStats) {
+  const Outcome text = daemon.eventctl({"stats"});
+  EXPECT_EQ(text.status, 1);
+  EXPECT_THAT(text.out, AllOf(HasSubstr(etcd.endpoint(0)), HasSubstr("not reachable")));
+  EXPECT_THAT(text.err, HasSubstr("the queues at the cluster service cannot be read"));
+  const json stats = json::parse(daemon.eventctl({"stats", "--json"}).out);
+  EXPECT_FALSE(stats.contains("queues"));
+  EXPECT_THAT(stats["cluster"]["members"], ::testing::SizeIs(3));
+  EXPECT_THAT(stats["cluster"]["failure"].get<std::string>(), HasSubstr("no majority"));
 }
 
 }  // namespace
