@@ -148,6 +148,12 @@ TEST_P(Add, RefusesAnEventThatDoesNotFitItsRecord) {
   EXPECT_THAT(outcome.err, HasSubstr("at most 2047 fit; shorten the text by "));
 }
 
+// By how much an event is too long, as its refusal says.
+std::size_t excessIn(const Outcome& refusal) {
+  const std::string marker = "shorten the text by ";
+  return std::stoul(refusal.err.substr(refusal.err.find(marker) + marker.size()));
+}
+
 TEST_P(Add, StoresTheLongestRecordsAndRefusesOneByteMore) {
   addDataSelection(4);
   for (const char* const dsid : {"0", "4"}) {
@@ -155,12 +161,9 @@ TEST_P(Add, StoresTheLongestRecordsAndRefusesOneByteMore) {
       return run({"add", "audit", "--time", "1", "--action", "1", "--dsid", dsid, "--msg",
                   std::string(bytes, 'x')});
     };
-    // The refusal says by how much an event is too long.
     const Outcome tooLong = attempt(1990);
     ASSERT_EQ(tooLong.status, 1) << dsid;
-    const std::string marker = "shorten the text by ";
-    const std::size_t excess =
-        std::stoul(tooLong.err.substr(tooLong.err.find(marker) + marker.size()));
+    const std::size_t excess = excessIn(tooLong);
     EXPECT_EQ(attempt(1990 - excess + 1).status, 1) << dsid;
     const Outcome fitting = attempt(1990 - excess);
     EXPECT_EQ(fitting.status, 0) << fitting.err;
@@ -168,6 +171,18 @@ TEST_P(Add, StoresTheLongestRecordsAndRefusesOneByteMore) {
         output({"show", fitting.out.substr(0, fitting.out.size() - 1), "--json", "--dsid", dsid}));
     EXPECT_EQ(event["fields"]["AUditMSg"], std::string(1990 - excess, 'x'));
   }
+}
+
+TEST_F(AddDirectly, CountsWithTheIdThatAnEventOfADataSelectionGets) {
+  addDataSelection(4);
+  add("node1", 4);
+  execute(database(),
+          "INSERT INTO eventproperties (propname, propvalue) VALUES ('maxid_5', 123456788)");
+  const auto attempt = [this](std::size_t bytes) {
+    return run({"add", "audit", "--action", "1", "--dsid", "4", "--msg", std::string(bytes, 'x')});
+  };
+  const Outcome fitting = attempt(1990 - excessIn(attempt(1990)));
+  EXPECT_EQ(fitting.out, "123456789\n") << fitting.err;
 }
 
 TEST_P(Add, RefusesWhatWouldReadBackAsAnotherEvent) {
