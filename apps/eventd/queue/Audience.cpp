@@ -48,6 +48,23 @@ void Audience::show(const Arrivals& arrivals) {
   const auto subscribers = target.subscribers;  // a callback may cancel
   for (const SubscriberPtr& subscriber : subscribers) pump(target, subscriber);
   if (!m_keeps) target.ring.clear();
+  boundKeptEvents();
+}
+
+// What all queues keep is bounded at the cost of the one that keeps most.
+void Audience::boundKeptEvents() {
+  std::size_t bytes = 0;
+  for (const auto& [number, each] : m_queues) bytes += each.ring.bytes();
+  while (bytes > m_limits.keptBytesOfAll) {
+    const auto most =
+        std::max_element(m_queues.begin(), m_queues.end(), [](const auto& one, const auto& other) {
+          return one.second.ring.bytes() < other.second.ring.bytes();
+        });
+    EventRing& ring = most->second.ring;
+    bytes -= ring.bytes();
+    ring.dropFirst();
+    bytes += ring.bytes();
+  }
 }
 
 void Audience::wakeReaders(Queue& queue, const EventList& events) {

@@ -114,6 +114,7 @@ class Audience {
   };
 
   Queue& queue(unsigned int number);
+  void boundKeptEvents();
   void wakeReaders(Queue& queue, const EventList& events);
   void pump(Queue& queue, const SubscriberPtr& subscriber);
 

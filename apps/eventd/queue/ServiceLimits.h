@@ -14,9 +14,11 @@ struct ServiceLimits {
   // Readers that wait for an event, subscribers among them, at one time; more are refused.
   std::size_t waiting = 4096;
 
-  // The newest events of each queue that are kept for readers, in number and in bytes.
+  // The newest events of each queue that are kept for readers, in number and in bytes, and of all
+  // queues together.
   std::size_t keptEvents = 4096;
   std::size_t keptBytes = 4u << 20;
+  std::size_t keptBytesOfAll = 64u << 20;
 
   // Readings of the library at one time, of up to `shortRead` events and of more. Others wait for
   // their turn: what they read takes memory, and answers to writers wait behind theirs.
