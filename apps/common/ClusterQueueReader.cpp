@@ -77,4 +77,8 @@ unsigned long ClusterQueueReader::highestId(unsigned int dsid) const {
   return ask([&] { return m_service.highestId(queueOf(dsid)); });
 }
 
+unsigned long ClusterQueueReader::notedHighestId(unsigned int dsid) const {
+  return highestId(dsid);
+}
+
 }  // namespace EventApps

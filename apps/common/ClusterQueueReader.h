@@ -26,6 +26,7 @@ class ClusterQueueReader : public QueueReader {
   void forEachOfDataSelections(const Visitor& visit) const override;
   std::optional<EventView> find(unsigned long id, unsigned int dsid) const override;
   unsigned long highestId(unsigned int dsid) const override;
+  unsigned long notedHighestId(unsigned int dsid) const override;
 
  private:
   EventSystemHost::ClusterReader& m_service;

@@ -76,17 +76,6 @@ void walkQueue(unsigned int dsid, const std::function<bool(CTable&)>& visit) {
   walk(kDataSelectionEvents, dataSelectionFilter(dsid).c_str(), visit);
 }
 
-unsigned long storedHighestId(unsigned int dsid) {
-  const std::string name =
-      isGlobalQueue(dsid) ? "maxid" : "maxid_" + std::to_string(static_cast<int>(dsid));
-  unsigned long id = 0;
-  walk(kProperties, ("propname=" + name).c_str(), [&](CTable& row) {
-    id = unsignedOf(row, "propvalue");
-    return false;
-  });
-  return id;
-}
-
 }  // namespace
 
 void DatabaseQueueReader::forEach(unsigned int dsid, unsigned long afterId,
@@ -138,7 +127,18 @@ void DatabaseQueueReader::forEachIdOfDataSelections(const IdVisitor& visit) cons
 }
 
 unsigned long DatabaseQueueReader::highestId(unsigned int dsid) const {
-  return std::max(storedHighestId(dsid), highestRowId(dsid));
+  return std::max(notedHighestId(dsid), highestRowId(dsid));
+}
+
+unsigned long DatabaseQueueReader::notedHighestId(unsigned int dsid) const {
+  const std::string name =
+      isGlobalQueue(dsid) ? "maxid" : "maxid_" + std::to_string(static_cast<int>(dsid));
+  unsigned long id = 0;
+  walk(kProperties, ("propname=" + name).c_str(), [&](CTable& row) {
+    id = unsignedOf(row, "propvalue");
+    return false;
+  });
+  return id;
 }
 
 }  // namespace EventApps

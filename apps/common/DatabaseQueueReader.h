@@ -19,6 +19,7 @@ class DatabaseQueueReader : public QueueReader {
   void forEachOfDataSelections(const Visitor& visit) const override;
   std::optional<EventView> find(unsigned long id, unsigned int dsid) const override;
   unsigned long highestId(unsigned int dsid) const override;
+  unsigned long notedHighestId(unsigned int dsid) const override;
 
   // The highest row id of a queue; 0 for an empty one.
   unsigned long highestRowId(unsigned int dsid) const;

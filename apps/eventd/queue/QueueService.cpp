@@ -43,6 +43,7 @@ class QueueService::Parts {
   void removeFound(unsigned int dsid, unsigned long end, bool dryRun, const RemoveTask::Done& done);
   void startSubscriber(const SubscriberPtr& subscriber, std::optional<unsigned long> after);
 
+  Checks checks;
   Core core;
 };
 
@@ -272,8 +273,8 @@ void QueueService::Parts::removeFound(unsigned int dsid, unsigned long end, bool
 void QueueService::check(bool fix, const std::function<void(CheckResult)>& done) {
   const auto operation = m_parts->begin("check", [done] { done({{}, kEnding}); });
   if (!operation) return;
-  m_parts->core.run(std::make_shared<CheckTask>(
-      m_parts->core, fix, [operation, done](const CheckResult& result) { done(result); }));
+  m_parts->checks.check(m_parts->core, fix,
+                        [operation, done](const CheckResult& result) { done(result); });
 }
 
 // What `call` does is durable when it returns.

@@ -74,7 +74,8 @@ class QueueService {
   void removeUpTo(std::optional<unsigned long> upTo, unsigned int dsid, bool dryRun,
                   const std::function<void(RemoveUpToResult)>& done);
 
-  // Reads every event, and holds up everything else meanwhile.
+  // Reads every event. Where one is wrong the library looks for itself, which holds up everything
+  // else meanwhile. Those who ask at once share a check.
   void check(bool fix, const std::function<void(CheckResult)>& done);
 
   using Changed = std::function<void(const ChangeResult&)>;
