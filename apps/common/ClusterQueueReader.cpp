@@ -1,5 +1,6 @@
 #include "apps/common/ClusterQueueReader.h"
 
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -64,6 +65,13 @@ void ClusterQueueReader::forEachOfDataSelections(const Visitor& visit) const {
     if (!wanted) return;
     forEach(dsid, 0, [&](const EventView& event) { return wanted = visit(event); });
   }
+}
+
+QueueReader::Walk ClusterQueueReader::beginAll() const {
+  return [reader = std::make_shared<ClusterQueueReader>(m_service)](const Visitor& visit) {
+    reader->forEach(0, 0, visit);
+    reader->forEachOfDataSelections(visit);
+  };
 }
 
 std::optional<EventView> ClusterQueueReader::find(unsigned long id, unsigned int dsid) const {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <vector>
 
 #include "EventSystem/platform/OrbDB.h"
@@ -59,12 +60,25 @@ EventView viewOfRow(CTable& row, bool ofDataSelections) {
   return view;
 }
 
-void walk(const char* name, const char* filter, const std::function<bool(CTable&)>& visit) {
-  std::optional<CTable> table = openTable(name);
-  if (!table) return;
-  for (int end = table->ListRecordsStart(filter); end == 0; end = table->ListRecordsNext(filter)) {
-    if (!visit(*table)) return;
+// A walk over the rows of a table as they are when it is made.
+class Rows {
+ public:
+  Rows(const char* name, const char* filter) : m_filter(filter), m_table(openTable(name)) {
+    m_hasRow = m_table && m_table->ListRecordsStart(m_filter) == 0;
   }
+
+  void walk(const std::function<bool(CTable&)>& visit) {
+    while (m_hasRow && visit(*m_table)) m_hasRow = m_table->ListRecordsNext(m_filter) == 0;
+  }
+
+ private:
+  const char* const m_filter;  // outlives it
+  std::optional<CTable> m_table;
+  bool m_hasRow;
+};
+
+void walk(const char* name, const char* filter, const std::function<bool(CTable&)>& visit) {
+  Rows(name, filter).walk(visit);
 }
 
 std::string dataSelectionFilter(unsigned int dsid) {
@@ -91,6 +105,15 @@ void DatabaseQueueReader::forEachOfDataSelections(const Visitor& visit) const {
   walk(kDataSelectionEvents, nullptr, [&](CTable& row) { return visit(viewOfRow(row, true)); });
 }
 
+QueueReader::Walk DatabaseQueueReader::beginAll() const {
+  const auto events = std::make_shared<Rows>(kEvents, nullptr);
+  const auto ofSelections = std::make_shared<Rows>(kDataSelectionEvents, nullptr);
+  return [events, ofSelections](const Visitor& visit) {
+    events->walk([&](CTable& row) { return visit(viewOfRow(row, false)); });
+    ofSelections->walk([&](CTable& row) { return visit(viewOfRow(row, true)); });
+  };
+}
+
 std::optional<EventView> DatabaseQueueReader::find(unsigned long id, unsigned int dsid) const {
   const bool ofDataSelections = !isGlobalQueue(dsid);
   auto table = openTable(ofDataSelections ? kDataSelectionEvents : kEvents);
@@ -100,11 +123,13 @@ std::optional<EventView> DatabaseQueueReader::find(unsigned long id, unsigned in
   return view;
 }
 
-bool DatabaseQueueReader::has(unsigned long id, unsigned int dsid) const {
+std::optional<int> DatabaseQueueReader::typeOf(unsigned long id, unsigned int dsid) const {
   const bool ofDataSelections = !isGlobalQueue(dsid);
   auto table = openTable(ofDataSelections ? kDataSelectionEvents : kEvents);
-  if (!table || table->readRecord(std::to_string(id).c_str()) != 0) return false;
-  return !ofDataSelections || static_cast<unsigned int>(intOf(*table, "dataselection")) == dsid;
+  if (!table || table->readRecord(std::to_string(id).c_str()) != 0) return std::nullopt;
+  const bool isOfAnother =
+      ofDataSelections && static_cast<unsigned int>(intOf(*table, "dataselection")) != dsid;
+  return isOfAnother ? std::nullopt : std::optional(intOf(*table, "type"));
 }
 
 unsigned long DatabaseQueueReader::highestRowId(unsigned int dsid) const {

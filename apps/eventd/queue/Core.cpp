@@ -40,7 +40,8 @@ Core::Core(EventSystemHost::Host& theHost, const ServiceLimits& theLimits,
       library(theHost, tally),
       keys(theHost, theLimits),
       selections(dataSelections()),
-      figures(theHost, theLimits, walker, *answers),
+      figures(theHost, theLimits, walker, flusher,
+              [this](Job job) { m_queue.post(std::move(job)); }),
       lookout(theLimits, health, *answers, timer,
               [this] { m_queue.post([this] { tryQueues(); }); }),
       m_auditWatch(theHost.configuration().auditDirectory / "audit.db"),
@@ -48,6 +49,12 @@ Core::Core(EventSystemHost::Host& theHost, const ServiceLimits& theLimits,
   library.wrote = [this] {
     flusher.noteWrite();
     figures.noteChange();
+  };
+  library.added = [this](unsigned int queue, const Published& event) {
+    figures.added(queue, event.view());
+  };
+  library.removed = [this](unsigned int queue, unsigned long id, int type) {
+    figures.removed(queue, id, type);
   };
   startFull();
   tryReading();
@@ -139,6 +146,7 @@ void Core::flushFailed(int status) {
   m_queue.post([this, shown = audience.shown(), generation = ++m_shownGeneration] {
     m_notedGeneration = generation;
     library.forget(shown);
+    figures.readAnew();
   });
   keepLooking();
 }

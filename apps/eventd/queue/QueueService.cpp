@@ -328,10 +328,6 @@ bool QueueService::hasQueue(unsigned int dsid) const {
   return m_parts->core.selections.hasQueue(dsid);
 }
 
-FiguresPtr QueueService::figures() const {
-  return m_parts->core.figures.latest();
-}
-
 void QueueService::figures(const std::function<void(FiguresPtr)>& done) {
   const auto operation = m_parts->begin("figures", [done] {
     done(std::make_shared<FiguresSnapshot>(FiguresSnapshot{{}, {}, kEnding}));

@@ -85,9 +85,8 @@ class QueueService {
   // Whether it is the global queue or that of a data selection that exists.
   bool hasQueue(unsigned int dsid) const;
 
-  // How much is in the queues: as of now when that is cheap, else as of a moment ago (see
-  // ServiceLimits). The first form returns what was read last, at the start if never since.
-  FiguresPtr figures() const;
+  // How much is in the queues: in cluster mode as of now when that is cheap, else as of a moment
+  // ago (see ServiceLimits).
   void figures(const std::function<void(FiguresPtr)>& done);
 
   // As of a moment ago (see ServiceLimits): whether a read, a small write and a flush work.

@@ -42,7 +42,7 @@ struct ServiceLimits {
   std::chrono::milliseconds lookAgain{250};
   std::chrono::milliseconds lookPatience{2000};
 
-  // Figures are read anew at most this often, and never take more than this part of the time.
+  // All rows are counted anew at most this often, and never for more than this part of the time.
   std::chrono::milliseconds figuresAge{0};
   double figuresShare = 0.05;
   // Where they could not be read, the next one who asks after this has them tried again: what was

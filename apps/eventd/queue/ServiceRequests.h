@@ -107,12 +107,14 @@ struct ChangeResult {
   int code = 0;
 };
 
-// Queues as they were at one moment.
+// Queues as they were at one moment; the oldest date and what is damaged are those of the last
+// walk, which may have been a while ago.
 struct FiguresSnapshot {
   Figures queues;
   std::vector<DataSelection> selections;  // all of them, also those without events
   std::string problem;                    // why they could not be read; the rest is empty then
   int code = 0;
+  std::chrono::system_clock::time_point time = std::chrono::system_clock::now();
 };
 using FiguresPtr = std::shared_ptr<const FiguresSnapshot>;
 

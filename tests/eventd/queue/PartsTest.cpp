@@ -109,7 +109,7 @@ TEST(KeptEvents, OfAllQueuesTogetherAreBounded) {
   EventApps::ServiceLimits limits;
   const std::size_t one = eventWith(1, 5, 1000)->bytes();
   limits.keptBytesOfAll = 6 * one;
-  EventApps::Audience audience(limits, [](const EventApps::SubscriberPtr&) {});
+  EventApps::Audience audience(limits, true, [](const EventApps::SubscriberPtr&) {});
   audience.show({5, 0, {eventWith(1, 5, 1000), eventWith(2, 5, 1000)}});
   for (unsigned long id = 1; id <= 20; ++id) audience.show({7, id - 1, {eventWith(id, 5, 1000)}});
   const auto kept = [&](unsigned int queue, unsigned long after) {
