@@ -1,5 +1,6 @@
 #include "apps/common/ClusterQueueReader.h"
 
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -66,6 +67,13 @@ void ClusterQueueReader::forEachOfDataSelections(const Visitor& visit) const {
   }
 }
 
+QueueReader::Walk ClusterQueueReader::beginAll() const {
+  return [reader = std::make_shared<ClusterQueueReader>(m_service)](const Visitor& visit) {
+    reader->forEach(0, 0, visit);
+    reader->forEachOfDataSelections(visit);
+  };
+}
+
 std::optional<EventView> ClusterQueueReader::find(unsigned long id, unsigned int dsid) const {
   const unsigned int queue = queueOf(dsid);
   const auto event = ask([&] { return m_service.find(id, queue); });
@@ -75,6 +83,10 @@ std::optional<EventView> ClusterQueueReader::find(unsigned long id, unsigned int
 
 unsigned long ClusterQueueReader::highestId(unsigned int dsid) const {
   return ask([&] { return m_service.highestId(queueOf(dsid)); });
+}
+
+unsigned long ClusterQueueReader::notedHighestId(unsigned int dsid) const {
+  return highestId(dsid);
 }
 
 }  // namespace EventApps

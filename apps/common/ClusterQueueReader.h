@@ -24,8 +24,10 @@ class ClusterQueueReader : public QueueReader {
   // In the order of the ids. All throw Failure when the service cannot be read.
   void forEach(unsigned int dsid, unsigned long afterId, const Visitor& visit) const override;
   void forEachOfDataSelections(const Visitor& visit) const override;
+  Walk beginAll() const override;
   std::optional<EventView> find(unsigned long id, unsigned int dsid) const override;
   unsigned long highestId(unsigned int dsid) const override;
+  unsigned long notedHighestId(unsigned int dsid) const override;
 
  private:
   EventSystemHost::ClusterReader& m_service;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <vector>
 
 #include "EventSystem/platform/OrbDB.h"
@@ -59,16 +60,29 @@ EventView viewOfRow(CTable& row, bool ofDataSelections) {
   return view;
 }
 
-// With columns, though none is looked at: the other walk may end with a row that is only for the
-// library.
-void walk(const char* name, const char* filter, const std::function<bool(CTable&)>& visit) {
-  std::optional<CTable> table = openTable(name);
-  if (!table) return;
-  std::vector<OrbDB::CColumn*> columns;
-  for (int end = table->ListRecordsStart(columns, filter); end == 0;
-       end = table->ListRecordsNext(columns, filter)) {
-    if (!visit(*table)) return;
+// A walk over the rows of a table as they are when it is made. With columns, though none is looked
+// at: the other walk may end with a row that is only for the library.
+class Rows {
+ public:
+  Rows(const char* name, const char* filter) : m_filter(filter), m_table(openTable(name)) {
+    m_hasRow = m_table && m_table->ListRecordsStart(m_columns, m_filter) == 0;
   }
+
+  void walk(const std::function<bool(CTable&)>& visit) {
+    while (m_hasRow && visit(*m_table)) {
+      m_hasRow = m_table->ListRecordsNext(m_columns, m_filter) == 0;
+    }
+  }
+
+ private:
+  const char* const m_filter;  // outlives it
+  std::optional<CTable> m_table;
+  std::vector<OrbDB::CColumn*> m_columns;
+  bool m_hasRow;
+};
+
+void walk(const char* name, const char* filter, const std::function<bool(CTable&)>& visit) {
+  Rows(name, filter).walk(visit);
 }
 
 std::string dataSelectionFilter(unsigned int dsid) {
@@ -78,17 +92,6 @@ std::string dataSelectionFilter(unsigned int dsid) {
 void walkQueue(unsigned int dsid, const std::function<bool(CTable&)>& visit) {
   if (isGlobalQueue(dsid)) return walk(kEvents, nullptr, visit);
   walk(kDataSelectionEvents, dataSelectionFilter(dsid).c_str(), visit);
-}
-
-unsigned long storedHighestId(unsigned int dsid) {
-  const std::string name =
-      isGlobalQueue(dsid) ? "maxid" : "maxid_" + std::to_string(static_cast<int>(dsid));
-  unsigned long id = 0;
-  walk(kProperties, ("propname=" + name).c_str(), [&](CTable& row) {
-    id = unsignedOf(row, "propvalue");
-    return false;
-  });
-  return id;
 }
 
 }  // namespace
@@ -106,6 +109,15 @@ void DatabaseQueueReader::forEachOfDataSelections(const Visitor& visit) const {
   walk(kDataSelectionEvents, nullptr, [&](CTable& row) { return visit(viewOfRow(row, true)); });
 }
 
+QueueReader::Walk DatabaseQueueReader::beginAll() const {
+  const auto events = std::make_shared<Rows>(kEvents, nullptr);
+  const auto ofSelections = std::make_shared<Rows>(kDataSelectionEvents, nullptr);
+  return [events, ofSelections](const Visitor& visit) {
+    events->walk([&](CTable& row) { return visit(viewOfRow(row, false)); });
+    ofSelections->walk([&](CTable& row) { return visit(viewOfRow(row, true)); });
+  };
+}
+
 std::optional<EventView> DatabaseQueueReader::find(unsigned long id, unsigned int dsid) const {
   const bool ofDataSelections = !isGlobalQueue(dsid);
   auto table = openTable(ofDataSelections ? kDataSelectionEvents : kEvents);
@@ -115,11 +127,13 @@ std::optional<EventView> DatabaseQueueReader::find(unsigned long id, unsigned in
   return view;
 }
 
-bool DatabaseQueueReader::has(unsigned long id, unsigned int dsid) const {
+std::optional<int> DatabaseQueueReader::typeOf(unsigned long id, unsigned int dsid) const {
   const bool ofDataSelections = !isGlobalQueue(dsid);
   auto table = openTable(ofDataSelections ? kDataSelectionEvents : kEvents);
-  if (!table || table->readRecord(std::to_string(id).c_str()) != 0) return false;
-  return !ofDataSelections || static_cast<unsigned int>(intOf(*table, "dataselection")) == dsid;
+  if (!table || table->readRecord(std::to_string(id).c_str()) != 0) return std::nullopt;
+  const bool isOfAnother =
+      ofDataSelections && static_cast<unsigned int>(intOf(*table, "dataselection")) != dsid;
+  return isOfAnother ? std::nullopt : std::optional(intOf(*table, "type"));
 }
 
 unsigned long DatabaseQueueReader::highestRowId(unsigned int dsid) const {
@@ -142,7 +156,18 @@ void DatabaseQueueReader::forEachIdOfDataSelections(const IdVisitor& visit) cons
 }
 
 unsigned long DatabaseQueueReader::highestId(unsigned int dsid) const {
-  return std::max(storedHighestId(dsid), highestRowId(dsid));
+  return std::max(notedHighestId(dsid), highestRowId(dsid));
+}
+
+unsigned long DatabaseQueueReader::notedHighestId(unsigned int dsid) const {
+  const std::string name =
+      isGlobalQueue(dsid) ? "maxid" : "maxid_" + std::to_string(static_cast<int>(dsid));
+  unsigned long id = 0;
+  walk(kProperties, ("propname=" + name).c_str(), [&](CTable& row) {
+    id = unsignedOf(row, "propvalue");
+    return false;
+  });
+  return id;
 }
 
 unsigned long DatabaseQueueReader::notedIdOfDataSelections() const {

@@ -17,8 +17,10 @@ class DatabaseQueueReader : public QueueReader {
   // In the order of the row ids.
   void forEach(unsigned int dsid, unsigned long afterId, const Visitor& visit) const override;
   void forEachOfDataSelections(const Visitor& visit) const override;
+  Walk beginAll() const override;
   std::optional<EventView> find(unsigned long id, unsigned int dsid) const override;
   unsigned long highestId(unsigned int dsid) const override;
+  unsigned long notedHighestId(unsigned int dsid) const override;
 
   // The highest row id of a queue; 0 for an empty one.
   unsigned long highestRowId(unsigned int dsid) const;
@@ -29,7 +31,10 @@ class DatabaseQueueReader : public QueueReader {
   // The id that the next event of a queue gets. Those of data selections are one sequence.
   unsigned long nextId(unsigned int dsid) const;
 
-  bool has(unsigned long id, unsigned int dsid) const;
+  bool has(unsigned long id, unsigned int dsid) const { return typeOf(id, dsid).has_value(); }
+
+  // The type that an event's row names; nothing when there is no such row.
+  std::optional<int> typeOf(unsigned long id, unsigned int dsid) const;
 
   // Returns false to end the walk.
   using IdVisitor = std::function<bool(unsigned int dsid, unsigned long id)>;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <utility>
@@ -38,12 +39,34 @@ std::vector<LogLine> readEverything() {
   };
   reader.forEach(0, 0, look);
   reader.forEachOfDataSelections(look);
-  for (const DataSelection& selection : dataSelections()) reader.highestId(selection.id);
-  reader.highestId(0);
+  for (const DataSelection& selection : dataSelections()) reader.notedHighestId(selection.id);
+  reader.notedHighestId(0);
   return found;
 }
 
+// Whether it is in its place; a row of data selections that names none is not.
+bool isSoundRow(const EventView& event, bool ofDataSelections) {
+  return event.problem.empty() && isGlobalQueue(event.dsid) != ofDataSelections;
+}
+
 }  // namespace
+
+bool areRowsSound() {
+  const DatabaseQueueReader reader;
+  std::map<unsigned int, unsigned long> highest;
+  bool sound = true;
+  const auto look = [&](const EventView& event, bool ofDataSelections) {
+    highest[event.dsid] = std::max(highest[event.dsid], event.id);
+    return sound = isSoundRow(event, ofDataSelections);
+  };
+  reader.forEach(0, 0, [&](const EventView& event) { return look(event, false); });
+  if (sound)
+    reader.forEachOfDataSelections([&](const EventView& event) { return look(event, true); });
+  // Ids are noted before their rows are there.
+  return sound && std::all_of(highest.begin(), highest.end(), [&](const auto& each) {
+           return each.second <= reader.notedHighestId(each.first);
+         });
+}
 
 QueueCheck::QueueCheck(HostQueues& queues, TakeLog takeLog, bool fix)
     : m_queues(queues), m_takeLog(std::move(takeLog)) {

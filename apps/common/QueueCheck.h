@@ -54,6 +54,10 @@ class QueueCheck {
   CheckReport m_report;
 };
 
+// Reads every row of the database beside whoever writes: whether a check would find nothing,
+// provided that the host complains of nothing meanwhile.
+bool areRowsSound();
+
 nlohmann::ordered_json jsonOf(const CheckReport& report);
 
 }  // namespace EventApps

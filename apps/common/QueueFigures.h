@@ -23,12 +23,32 @@ struct QueueFigures {
   bool known = true;  // in the dataselection table, or the global queue
 
   void add(const EventView& event);
+  // An event that is gone. When the oldest is, the date of the next one stays unknown.
+  void remove(int type);
 };
 
 using Figures = std::map<unsigned int, QueueFigures>;  // by dsid; 0 is the global queue
 
-// Counts all queues: time and reading grow with the number of events. Throws Failure.
-Figures readFigures(const QueueReader& reader);
+// A count of all queues, at the cost of one walk. Throws Failure.
+class FiguresReading {
+ public:
+  // They are counted as they are now, where they are in the database. `reader` outlives it.
+  explicit FiguresReading(const QueueReader& reader);
+
+  // Once, in whatever thread.
+  Figures finish();
+
+ private:
+  QueueFigures& of(unsigned int dsid);
+
+  const QueueReader& m_reader;
+  Figures m_figures;
+  QueueReader::Walk m_walk;
+};
+
+inline Figures readFigures(const QueueReader& reader) {
+  return FiguresReading(reader).finish();
+}
 
 nlohmann::ordered_json jsonOfQueue(unsigned int dsid, const QueueFigures& queue);
 

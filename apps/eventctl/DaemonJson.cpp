@@ -94,6 +94,7 @@ Statistics statisticsFrom(const json& stats) {
   stats.at("ageLimitDays").get_to(statistics.ageLimitDays);
   if (stats.contains("cluster")) statistics.cluster = clusterFrom(stats.at("cluster"));
   if (!stats.contains("queues")) return statistics;
+  statistics.time = stats.value("time", statistics.time);
   Figures& figures = statistics.figures.emplace();
   for (const json& queue : stats.at("queues")) figures.insert(figuresFrom(queue));
   return statistics;

@@ -5,6 +5,7 @@
 #ifndef EVENTSYSTEM_APPS_EVENTCTL_STATISTICS_H
 #define EVENTSYSTEM_APPS_EVENTCTL_STATISTICS_H
 
+#include <ctime>
 #include <optional>
 #include <string>
 
@@ -20,6 +21,7 @@ struct Statistics {
   int ageLimitDays = 0;
   std::optional<Figures> figures;  // nothing when the cluster service cannot be read
   std::optional<EventSystemHost::ClusterReport> cluster;
+  std::time_t time = std::time(nullptr);  // when the queues were counted
 };
 
 }  // namespace EventApps

@@ -35,11 +35,22 @@ void addQueues(nlohmann::ordered_json& object, const Figures& figures) {
   object["queues"] = queues;
 }
 
+// A daemon of a cluster does not count the queues for everyone who asks.
+void printAge(Output& output, std::time_t time) {
+  constexpr std::time_t kNow = 2;
+  const std::time_t age = std::time(nullptr) - time;
+  if (age > kNow)
+    output.line("Counted " + displayCount(static_cast<unsigned long>(age)) + " s ago.");
+}
+
 void printJson(Output& output, const Statistics& statistics) {
   nlohmann::ordered_json object;
   if (!statistics.home.empty()) object["home"] = statistics.home;
   if (!statistics.database.empty()) object["database"] = statistics.database;
-  if (statistics.figures) addQueues(object, *statistics.figures);
+  if (statistics.figures) {
+    addQueues(object, *statistics.figures);
+    object["time"] = statistics.time;
+  }
   object["countLimit"] = statistics.countLimit;
   object["ageLimitDays"] = statistics.ageLimitDays;
   if (statistics.cluster) object["cluster"] = jsonOfCluster(*statistics.cluster);
@@ -127,6 +138,7 @@ void printText(Output& output, const Statistics& statistics) {
     printQueues(output, *statistics.figures);
     printTypes(output, *statistics.figures);
     printLimits(output, statistics);
+    printAge(output, statistics.time);
     printNotes(output, *statistics.figures, statistics.cluster.has_value());
   }
   if (!statistics.cluster) return;

@@ -100,11 +100,15 @@ void store(Services& services, const CallPtr& call, unsigned int dsid) {
 std::string bodyOf(const ReadResult& result) {
   std::string body = "{\"events\":[";
   unsigned long last = result.last;
+  unsigned long before = last;
   for (const EventPtr& event : result.events) {
-    if (body.size() + event->json().size() > kLargestPage) break;
+    if (body.size() + event->json().size() > kLargestPage) {
+      last = before;
+      break;
+    }
     if (event != result.events.front()) body += ',';
     body += event->json();
-    last = event->id();
+    before = event->id();
   }
   return body.append("],\"last\":").append(std::to_string(last)).append("}\n");
 }
@@ -112,6 +116,15 @@ std::string bodyOf(const ReadResult& result) {
 void answerRead(const CallPtr& call, const ReadResult& result) {
   if (result.code != 0) return call->fail(queueProblem(result.code, result.problem));
   call->answer({200, "application/json", bodyOf(result), {}});
+}
+
+// Whoever looks for some kinds only may have to pass over a whole queue: not for a client that has
+// gone.
+void readNow(Services& services, const CallPtr& call, const ReadRequest& request) {
+  const auto reading =
+      services.queues.read(request, [call](const ReadResult& result) { answerRead(call, result); });
+  if (!reading || request.types.empty()) return;
+  call->exchange().onClose([reading = *reading] { reading.cancel(); });
 }
 
 // A reader that waits is told at once when the daemon stops; one that has gone waits no more.
@@ -164,7 +177,7 @@ void readEvents(Services& services, const CallPtr& call) {
       .types = parameters.kinds("type"),
       .wait = parameters.seconds("wait", kLongestWait).value_or(std::chrono::milliseconds(0))};
   if (request.wait.count() > 0) return readWaiting(services, call, request);
-  services.queues.read(request, [call](const ReadResult& result) { answerRead(call, result); });
+  readNow(services, call, request);
 }
 
 void findEvent(Services& services, const CallPtr& call) {

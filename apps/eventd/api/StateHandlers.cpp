@@ -1,6 +1,7 @@
 // How the daemon and its queues are.
 
 #include <algorithm>
+#include <chrono>
 #include <functional>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -65,6 +66,7 @@ ordered_json statsOf(const Services& services, const FiguresSnapshot& figures) {
       {"durability", nameOf(configuration.durability)},
       {"count", countOf(figures)},
       {"queues", jsonOfQueues(figures)},
+      {"time", std::chrono::system_clock::to_time_t(figures.time)},
       {"countLimit", limitOf(services, configuration.countLimit)},
       {"ageLimitDays", limitOf(services, configuration.ageLimitDays)},
       {"bytes", {{"database", disk.database}, {"wal", disk.wal}, {"diskFree", disk.free}}},

@@ -93,6 +93,13 @@ void addQueues(Families& families, const Figures& queues) {
   }
 }
 
+void addFigures(Families& families, const FiguresSnapshot& figures) {
+  if (!figures.problem.empty()) return;
+  addQueues(families, figures.queues);
+  gauge(families, "eventd_figures_time_seconds", "When the queues were so, since 1970")
+      .add(std::chrono::system_clock::to_time_t(figures.time));
+}
+
 void addCounters(Families& families, const ServiceCounters& counters) {
   Family written = counter(families, "eventd_events_written_total", "Events stored for clients");
   for (const EventKind& kind : eventKinds()) {
@@ -238,7 +245,7 @@ void Metrics::onRequest(std::string_view method, unsigned status) {
 
 std::string Metrics::text(const MetricsSnapshot& snapshot) const {
   Families families = m_parts->collect();
-  if (snapshot.figures) addQueues(families, snapshot.figures->queues);
+  if (snapshot.figures) addFigures(families, *snapshot.figures);
   addCounters(families, snapshot.counters);
   addClients(families, snapshot);
   addState(families, snapshot);

@@ -11,10 +11,22 @@ bool concerns(const WaitingReader& reader, const Published& event) {
   return event.id() > reader.seenTo && (types.empty() || types.contains(event.type()));
 }
 
+// What new events tell a reader, which has seen them then.
+ReadResult seenBy(WaitingReader& reader, const EventList& events) {
+  ReadResult result;
+  for (const EventPtr& event : events) {
+    if (result.events.size() == reader.request.limit) break;
+    if (concerns(reader, *event)) result.events.push_back(event);
+    reader.seenTo = std::max(reader.seenTo, event->id());
+  }
+  result.last = lastOf(reader.request, result.events, reader.seenTo);
+  return result;
+}
+
 }  // namespace
 
 void WaitingReader::answer(ReadResult result) {
-  if (!cancelled.exchange(true)) done(std::move(result));
+  if (!cancelled.exchange(true) || !waits()) done(std::move(result));
   release();
 }
 
@@ -36,22 +48,34 @@ void Audience::show(const Arrivals& arrivals) {
   const auto subscribers = target.subscribers;  // a callback may cancel
   for (const SubscriberPtr& subscriber : subscribers) pump(target, subscriber);
   if (!m_keeps) target.ring.clear();
+  boundKeptEvents();
+}
+
+// What all queues keep is bounded at the cost of the one that keeps most.
+void Audience::boundKeptEvents() {
+  std::size_t bytes = 0;
+  for (const auto& [number, each] : m_queues) bytes += each.ring.bytes();
+  while (bytes > m_limits.keptBytesOfAll) {
+    const auto most =
+        std::max_element(m_queues.begin(), m_queues.end(), [](const auto& one, const auto& other) {
+          return one.second.ring.bytes() < other.second.ring.bytes();
+        });
+    EventRing& ring = most->second.ring;
+    bytes -= ring.bytes();
+    ring.dropFirst();
+    bytes += ring.bytes();
+  }
 }
 
 void Audience::wakeReaders(Queue& queue, const EventList& events) {
   std::vector<std::pair<WaitingReaderPtr, ReadResult>> woken;
   for (auto at = queue.readers.begin(); at != queue.readers.end();) {
     const WaitingReaderPtr& reader = at->second;
-    ReadResult result;
-    for (const EventPtr& event : events) {
-      if (result.events.size() == reader->request.limit) break;
-      if (concerns(*reader, *event)) result.events.push_back(event);
-    }
+    ReadResult result = seenBy(*reader, events);
     if (result.events.empty()) {
       ++at;
       continue;
     }
-    result.last = result.events.back()->id();
     woken.emplace_back(reader, std::move(result));
     at = queue.readers.erase(at);
   }
@@ -78,10 +102,11 @@ void Audience::forgetKeptEvents() {
 std::optional<ReadResult> Audience::readKept(const ReadRequest& request) const {
   const auto found = m_queues.find(queueOf(request.dsid));
   if (found == m_queues.end() || !found->second.ring.covers(request.after)) return std::nullopt;
+  auto kept = found->second.ring.after(request.after, request.types, request.limit);
+  if (kept.events.empty()) return std::nullopt;  // the library looks for audit records, too
   ReadResult result;
-  result.events = found->second.ring.after(request.after, request.types, request.limit).events;
-  if (result.events.empty()) return std::nullopt;  // the library looks for audit records, too
-  result.last = result.events.back()->id();
+  result.last = lastOf(request, kept.events, kept.seenTo);
+  result.events = std::move(kept.events);
   return result;
 }
 
@@ -96,7 +121,7 @@ void Audience::wait(const WaitingReaderPtr& reader, unsigned long seenTo) {
 void Audience::giveUp(const WaitingReaderPtr& reader) {
   drop(reader);
   ReadResult nothing;
-  nothing.last = reader->request.after;
+  nothing.last = lastOf(reader->request, {}, reader->seenTo);
   reader->answer(std::move(nothing));
 }
 

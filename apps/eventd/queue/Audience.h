@@ -32,10 +32,13 @@ struct WaitingReader {
   Places::Taken place;
   std::atomic<bool> cancelled = false;  // any thread
   std::uint64_t number = 0;             // while it waits
-  unsigned long seenTo = 0;             // what it has been told up to there does not concern it
+  unsigned long seenTo = 0;             // nothing up to there concerns it
   Timer* timer = nullptr;               // set with the next
   Timer::Id end;
 
+  bool waits() const { return request.wait.count() > 0; }
+
+  // One that does not wait is answered also when its client has gone: that may listen still.
   void answer(ReadResult result);
   void release();
 };
@@ -111,6 +114,7 @@ class Audience {
   };
 
   Queue& queue(unsigned int number);
+  void boundKeptEvents();
   void wakeReaders(Queue& queue, const EventList& events);
   void pump(Queue& queue, const SubscriberPtr& subscriber);
 

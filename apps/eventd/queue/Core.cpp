@@ -40,7 +40,8 @@ Core::Core(EventSystemHost::Host& theHost, const ServiceLimits& theLimits,
       library(theHost, tally),
       keys(theHost, theLimits),
       selections(dataSelections()),
-      figures(theHost, theLimits, walker, *answers),
+      figures(theHost, theLimits, walker, flusher,
+              [this](Job job) { m_queue.post(std::move(job)); }),
       lookout(theLimits, health, *answers, timer,
               [this] { m_queue.post([this] { tryQueues(); }); }),
       m_auditWatch(theHost.configuration().auditDirectory / "audit.db"),
@@ -48,6 +49,12 @@ Core::Core(EventSystemHost::Host& theHost, const ServiceLimits& theLimits,
   library.wrote = [this] {
     flusher.noteWrite();
     figures.noteChange();
+  };
+  library.added = [this](unsigned int queue, const Published& event) {
+    figures.added(queue, event.view());
+  };
+  library.removed = [this](unsigned int queue, unsigned long id, int type) {
+    figures.removed(queue, id, type);
   };
   startFull();
   tryReading();
@@ -75,18 +82,41 @@ int Core::flush() const {
 }
 
 void Core::run(TaskPtr task) {
-  m_queue.post([this, task = std::move(task)] { runSlice(task); });
+  m_queue.post([this, task = std::move(task)] {
+    if (!runSlice(task)) run(task);
+  });
 }
 
-void Core::runSlice(const TaskPtr& task) {
+void Core::runInBackground(TaskPtr task) {
+  m_queue.post([this, task = std::move(task)] {
+    m_background.push_back(task);
+    if (m_background.size() == 1) m_queue.post([this] { workInBackground(); });
+  });
+}
+
+// While there is something in the background, one call of this is in the line of the queue thread.
+void Core::workInBackground() {
+  const Slice slice;
+  do {
+    const TaskPtr task = std::move(m_background.front());
+    m_background.pop_front();
+    runJob([&] {
+      if (!runSlice(task)) m_background.push_back(task);
+    });
+  } while (!m_background.empty() && !slice.isOver());
+  if (!m_background.empty()) m_queue.post([this] { workInBackground(); });
+}
+
+// Whether the task has ended.
+bool Core::runSlice(const TaskPtr& task) {
+  bool ended = true;
   try {
-    const bool ended = task->step();
-    showArrivals();
-    if (!ended) run(task);
+    ended = task->step();
   } catch (const std::exception& problem) {
     task->fail(problem);
-    showArrivals();
   }
+  showArrivals();
+  return ended;
 }
 
 void Core::answer(std::function<void(int)> answer, Removed removed) {
@@ -116,6 +146,7 @@ void Core::flushFailed(int status) {
   m_queue.post([this, shown = audience.shown(), generation = ++m_shownGeneration] {
     m_notedGeneration = generation;
     library.forget(shown);
+    figures.readAnew();
   });
   keepLooking();
 }
@@ -226,16 +257,29 @@ void Core::tryWritingAtService() {
   if (report.failure.empty() && report.alarms.empty()) health.worked(Health::Matter::kStore);
 }
 
+// The turn of a subscriber is one slice: who reads on from far back does not keep those waiting who
+// have little to read.
 void Core::fetch(const SubscriberPtr& subscriber) {
-  ReadTask::Request request{subscriber->queue, subscriber->seenTo, Audience::kEventsAtOnce,
-                            subscriber->types};
-  run(std::make_shared<ReadTask>(*this, std::move(request),
-                                 [this, subscriber](ReadTask::Read read) {
-                                   if (read.code != 0)
-                                     return audience.end(subscriber, read.problem);
-                                   Audience::deliver(*subscriber, read.events);
-                                   audience.goOn(subscriber, read.seenTo, read.shown);
-                                 }));
+  longReads.take([this, subscriber] {
+    if (subscriber->cancelled) return false;
+    fetchNow(subscriber);
+    return true;
+  });
+}
+
+void Core::fetchNow(const SubscriberPtr& subscriber) {
+  const auto fetched = [this, subscriber](ReadTask::Read read) {
+    longReads.end();
+    if (read.code != 0) return audience.end(subscriber, read.problem);
+    Audience::deliver(*subscriber, read.events);
+    audience.goOn(subscriber, read.seenTo, read.shown);
+  };
+  ReadTask::Request request{.dsid = subscriber->queue,
+                            .after = subscriber->seenTo,
+                            .limit = Audience::kEventsAtOnce,
+                            .types = subscriber->types,
+                            .goesOn = [] { return false; }};
+  runInBackground(std::make_shared<ReadTask>(*this, std::move(request), fetched));
 }
 
 }  // namespace EventApps

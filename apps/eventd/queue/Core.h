@@ -6,6 +6,7 @@
 #define EVENTSYSTEM_APPS_EVENTD_QUEUE_CORE_H
 
 #include <atomic>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
@@ -40,6 +41,10 @@ class Core {
 
   // Lets the queue thread work on it until it has ended.
   void run(TaskPtr task);
+
+  // The same for what there may be much of: all of it together has one turn between the others,
+  // however much it is.
+  void runInBackground(TaskPtr task);
 
   void onQueueThread(std::function<void()> call) { m_queue.post(std::move(call)); }
 
@@ -91,7 +96,8 @@ class Core {
 
  private:
   int flush() const;
-  void runSlice(const TaskPtr& task);
+  bool runSlice(const TaskPtr& task);
+  void workInBackground();
   void flushFailed(int status);
   void tryQueues();
   void tryReading();
@@ -102,10 +108,13 @@ class Core {
   void look();
   void lookFor(const std::vector<unsigned int>& queues);
   void fetch(const SubscriberPtr& subscriber);
+  void fetchNow(const SubscriberPtr& subscriber);
 
   // Of the queue thread.
   AuditWatch m_auditWatch;
   WriteProbe m_probe;
+  std::deque<TaskPtr> m_background;
+
   std::atomic<bool> m_looking = false;
   // How often a flush has failed: as the queue thread and as the answering thread know it. What the
   // one has noted before it knew is not shown by the other: it is noted once more.

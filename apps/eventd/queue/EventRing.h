@@ -33,6 +33,12 @@ class EventRing {
   // Has nothing, until it begins anew.
   void stop();
 
+  // Forgets the oldest event, of which there must be one.
+  void dropFirst();
+
+  // About how much memory its events take.
+  std::size_t bytes() const { return m_bytes; }
+
   // Whether it has all events above `id`.
   bool covers(unsigned long id) const { return m_floor && id >= *m_floor; }
 
@@ -48,8 +54,6 @@ class EventRing {
   Found after(unsigned long after, const std::set<int>& types, std::size_t most) const;
 
  private:
-  void dropFirst();
-
   const std::size_t m_mostEvents;
   const std::size_t m_mostBytes;
   std::map<unsigned long, EventPtr> m_events;

@@ -157,6 +157,7 @@ void Library::note(unsigned int dsid, EventPtr event) {
     m_arrivals.push_back({queue, entry.highest, {}});
   }
   entry.highest = event->id();
+  added(queue, *event);
   m_arrivals.back().events.push_back(std::move(event));
 }
 
@@ -252,8 +253,11 @@ EventPtr Library::find(unsigned long id, unsigned int dsid) {
 }
 
 void Library::remove(unsigned long id, unsigned int dsid) {
+  const std::optional<int> type =
+      isClustered() ? std::nullopt : DatabaseQueueReader().typeOf(id, dsid);
   m_queues.remove(id, dsid);
   wrote();
+  if (type) removed(queueOf(dsid), id, *type);
 }
 
 }  // namespace EventApps

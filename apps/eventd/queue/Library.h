@@ -37,6 +37,12 @@ class Library {
   // Called after each write.
   std::function<void()> wrote = [] {};
 
+  // Called with each event that is noted, and, unless the queues are at the cluster service, with
+  // what is removed by remove().
+  std::function<void(unsigned int queue, const Published&)> added = [](auto, const auto&) {};
+  std::function<void(unsigned int queue, unsigned long id, int type)> removed = [](auto, auto,
+                                                                                   auto) {};
+
   HostQueues& queues() { return m_queues; }
   bool isClustered() const { return m_queues.isClustered(); }
 

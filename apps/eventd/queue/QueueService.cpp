@@ -17,6 +17,8 @@ namespace {
 
 constexpr unsigned long kAllIds = std::numeric_limits<unsigned long>::max();
 constexpr const char* kEnding = "the service is ending; ask again when it has been started anew";
+constexpr const char* kGivenUp =
+    "the reading was given up: its reader has gone, or the service is ending";
 
 }  // namespace
 
@@ -36,10 +38,12 @@ class QueueService::Parts {
   bool beginRead(const WaitingReaderPtr& reader, Timer::Clock::time_point end, Turns& turns);
   void answerRead(const WaitingReaderPtr& reader, Timer::Clock::time_point end,
                   ReadTask::Read read);
+  void giveUp(const WaitingReaderPtr& reader);
   void change(const char* name, std::function<void()> call, const Changed& done);
   void removeFound(unsigned int dsid, unsigned long end, bool dryRun, const RemoveTask::Done& done);
   void startSubscriber(const SubscriberPtr& subscriber, std::optional<unsigned long> after);
 
+  Checks checks;
   Core core;
 };
 
@@ -89,36 +93,44 @@ std::optional<Waiting> QueueService::read(const ReadRequest& request, ReadDone d
 
 // What is kept answers those who follow a queue, without the library.
 void QueueService::Parts::read(const WaitingReaderPtr& reader, Timer::Clock::time_point end) {
-  if (reader->cancelled) return reader->release();
   const ReadRequest& request = reader->request;
   if (auto kept = core.audience.readKept(request)) return reader->answer(std::move(*kept));
-  const bool isShort = request.limit <= core.limits.shortRead;
+  // Who asks for some types only may have to pass over a whole queue.
+  const bool isShort = request.limit <= core.limits.shortRead && request.types.empty();
   Turns& turns = isShort ? core.shortReads : core.longReads;
   turns.take([this, reader, end, &turns] { return beginRead(reader, end, turns); });
 }
 
 bool QueueService::Parts::beginRead(const WaitingReaderPtr& reader, Timer::Clock::time_point end,
                                     Turns& turns) {
-  if (reader->cancelled) {
-    reader->release();
+  // A client that has gone, or seems to have, may still listen to what comes at once.
+  const bool isNeeded = core.operations.takesMore() && !(reader->cancelled && reader->waits());
+  if (!isNeeded) {
+    giveUp(reader);
     return false;
   }
   const ReadRequest& request = reader->request;
-  ReadTask::Request toRead{request.dsid, request.after, request.limit, request.types};
-  core.run(std::make_shared<ReadTask>(core, std::move(toRead),
-                                      [this, reader, end, &turns](ReadTask::Read read) {
-                                        answerRead(reader, end, std::move(read));
-                                        turns.end();
-                                      }));
+  const auto goesOn = [this, reader] { return core.operations.takesMore() && !reader->cancelled; };
+  ReadTask::Request toRead{request.dsid, request.after, request.limit, request.types, goesOn};
+  core.runInBackground(std::make_shared<ReadTask>(core, std::move(toRead),
+                                                  [this, reader, end, &turns](ReadTask::Read read) {
+                                                    answerRead(reader, end, std::move(read));
+                                                    turns.end();
+                                                  }));
   return true;
+}
+
+void QueueService::Parts::giveUp(const WaitingReaderPtr& reader) {
+  if (reader->waits()) return core.audience.giveUp(reader);
+  reader->answer({{}, reader->request.after, EventSystem::kStoreFailure, kGivenUp});
 }
 
 void QueueService::Parts::answerRead(const WaitingReaderPtr& reader, Timer::Clock::time_point end,
                                      ReadTask::Read read) {
-  const bool waits = read.code == 0 && read.events.empty() && reader->place;
-  if (!waits) {
-    const unsigned long last =
-        read.events.empty() ? reader->request.after : read.events.back()->id();
+  const bool answersNow = read.code != 0 || !read.events.empty() || !reader->waits();
+  if (answersNow) {
+    if (read.code == 0 && !read.complete) return giveUp(reader);
+    const unsigned long last = lastOf(reader->request, read.events, read.seenTo);
     return reader->answer({std::move(read.events), last, read.code, std::move(read.problem)});
   }
   reader->operation->stopClock();
@@ -252,7 +264,7 @@ void QueueService::Parts::removeFound(unsigned int dsid, unsigned long end, bool
     counted.problem = problem.what();
   }
   if (!dryRun && counted.code == 0) {
-    return core.run(std::make_shared<RemoveTask>(core, dsid, std::move(ids), done));
+    return core.runInBackground(std::make_shared<RemoveTask>(core, dsid, std::move(ids), done));
   }
   core.onQueueThread(
       [this, counted, done] { core.answer([counted, done](int) { done(counted); }); });
@@ -261,8 +273,8 @@ void QueueService::Parts::removeFound(unsigned int dsid, unsigned long end, bool
 void QueueService::check(bool fix, const std::function<void(CheckResult)>& done) {
   const auto operation = m_parts->begin("check", [done] { done({{}, kEnding}); });
   if (!operation) return;
-  m_parts->core.run(std::make_shared<CheckTask>(
-      m_parts->core, fix, [operation, done](const CheckResult& result) { done(result); }));
+  m_parts->checks.check(m_parts->core, fix,
+                        [operation, done](const CheckResult& result) { done(result); });
 }
 
 // What `call` does is durable when it returns.
@@ -314,10 +326,6 @@ void QueueService::removeDataSelection(unsigned int dsid, const Changed& done) {
 
 bool QueueService::hasQueue(unsigned int dsid) const {
   return m_parts->core.selections.hasQueue(dsid);
-}
-
-FiguresPtr QueueService::figures() const {
-  return m_parts->core.figures.latest();
 }
 
 void QueueService::figures(const std::function<void(FiguresPtr)>& done) {

@@ -1,8 +1,9 @@
 // The queues of a running host for many clients at once: nothing is acknowledged, and nothing is
 // shown, before it survives power loss.
 //
-// One thread makes all calls of the library, in slices, so that a long reading does not hold up a
-// writer; another flushes, one flush for all that wait for one. Answers come from a third.
+// One thread makes all calls of the library, in slices, and all that is read has one slice between
+// two writers, so that no number of readers holds up a writer; another flushes, one flush for all
+// that wait for one. Answers come from a third.
 //
 // Thread safety: every operation from any thread, except for construction and destruction.
 // Callbacks run on a thread of the service, one at a time, never inside the call that they were
@@ -34,7 +35,7 @@ class QueueService {
                         ServiceObserver* observer = nullptr);
 
   // Finishes everything it was asked, and makes it durable; waiting readers are answered that there
-  // is nothing, subscribers are told that it ends.
+  // is nothing, subscribers are told that it ends, and what is being read for long is given up.
   ~QueueService();
 
   QueueService(const QueueService&) = delete;
@@ -52,7 +53,8 @@ class QueueService {
   bool supportsKeys() const;
 
   // The events after an id; with `wait` the answer comes when the first arrives, or none in that
-  // time. Nothing when too many wait already.
+  // time. Nothing when too many wait already. Long readings, and all that look for some types only,
+  // take turns; those who store pass them.
   using ReadDone = std::function<void(ReadResult)>;
   std::optional<Waiting> read(const ReadRequest& request, ReadDone done);
 
@@ -72,7 +74,8 @@ class QueueService {
   void removeUpTo(std::optional<unsigned long> upTo, unsigned int dsid, bool dryRun,
                   const std::function<void(RemoveUpToResult)>& done);
 
-  // Reads every event, and holds up everything else meanwhile.
+  // Reads every event. Where one is wrong the library looks for itself, which holds up everything
+  // else meanwhile. Those who ask at once share a check.
   void check(bool fix, const std::function<void(CheckResult)>& done);
 
   using Changed = std::function<void(const ChangeResult&)>;
@@ -82,9 +85,8 @@ class QueueService {
   // Whether it is the global queue or that of a data selection that exists.
   bool hasQueue(unsigned int dsid) const;
 
-  // How much is in the queues: as of now when that is cheap, else as of a moment ago (see
-  // ServiceLimits). The first form returns what was read last, at the start if never since.
-  FiguresPtr figures() const;
+  // How much is in the queues: in cluster mode as of now when that is cheap, else as of a moment
+  // ago (see ServiceLimits).
   void figures(const std::function<void(FiguresPtr)>& done);
 
   // As of a moment ago (see ServiceLimits): whether a read, a small write and a flush work.

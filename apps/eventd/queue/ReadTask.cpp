@@ -21,7 +21,8 @@ bool ReadTask::step() {
   // What the library took in meanwhile has arrived for others, too.
   if (m_walkedTo > m_read.shown) m_core.library.discover(m_request.dsid);
   if (atEnd) m_read.seenTo = std::max(m_read.seenTo, m_read.shown);
-  if (!atEnd && m_read.events.size() < m_request.limit) return false;
+  m_read.complete = atEnd || m_read.events.size() == m_request.limit;
+  if (!m_read.complete && m_request.goesOn()) return false;
   m_core.health.worked(Health::Matter::kRead);
   answer();
   return true;
@@ -52,7 +53,8 @@ void ReadTask::fail(const std::exception& problem) {
 void ReadTask::answer() {
   m_core.answer([self = shared_from_this(), this](int status) {
     if (status != 0 && m_read.code == 0) {
-      m_read = {{}, m_request.after, 0, EventSystem::kStoreFailure, m_core.flushProblem(status)};
+      m_read = {
+          {}, m_request.after, 0, false, EventSystem::kStoreFailure, m_core.flushProblem(status)};
     }
     m_done(std::move(m_read));
   });

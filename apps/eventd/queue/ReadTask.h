@@ -24,12 +24,15 @@ class ReadTask : public Task {
     unsigned long after = 0;
     std::size_t limit = 0;
     std::set<int> types;
+    // Asked after each slice that has not come to the end.
+    std::function<bool()> goesOn = [] { return true; };
   };
 
   struct Read {
     EventList events;
     unsigned long seenTo = 0;  // events above it were not looked at
     unsigned long shown = 0;   // all events up to it have been shown, those above it will be
+    bool complete = false;     // up to the limit or to the end of the queue
     int code = 0;
     std::string problem;
   };

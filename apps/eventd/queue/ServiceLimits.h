@@ -14,9 +14,11 @@ struct ServiceLimits {
   // Readers that wait for an event, subscribers among them, at one time; more are refused.
   std::size_t waiting = 4096;
 
-  // The newest events of each queue that are kept for readers, in number and in bytes.
+  // The newest events of each queue that are kept for readers, in number and in bytes, and of all
+  // queues together.
   std::size_t keptEvents = 4096;
   std::size_t keptBytes = 4u << 20;
+  std::size_t keptBytesOfAll = 64u << 20;
 
   // Readings of the library at one time, of up to `shortRead` events and of more. Others wait for
   // their turn: what they read takes memory, and answers to writers wait behind theirs.
@@ -40,7 +42,7 @@ struct ServiceLimits {
   std::chrono::milliseconds lookAgain{250};
   std::chrono::milliseconds lookPatience{2000};
 
-  // Figures are read anew at most this often, and never take more than this part of the time.
+  // All rows are counted anew at most this often, and never for more than this part of the time.
   std::chrono::milliseconds figuresAge{0};
   double figuresShare = 0.05;
   // Where they could not be read, the next one who asks after this has them tried again: what was

@@ -5,6 +5,7 @@
 #ifndef EVENTSYSTEM_APPS_EVENTD_QUEUE_SERVICEREQUESTS_H
 #define EVENTSYSTEM_APPS_EVENTD_QUEUE_SERVICEREQUESTS_H
 
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <exception>
@@ -62,10 +63,17 @@ struct ReadRequest {
 
 struct ReadResult {
   EventList events;        // in the order of their ids
-  unsigned long last = 0;  // of the last one; what was asked after when there is none
+  unsigned long last = 0;  // where to ask on: see lastOf()
   int code = 0;
   std::string problem;
 };
+
+// Up to where a reader need not look again: the last event that it was given, else what it asked
+// after. One who asks for some types only has seen what was passed over, too.
+inline unsigned long lastOf(const ReadRequest& request, EventSpan found, unsigned long seenTo) {
+  if (!request.types.empty()) return std::max(request.after, seenTo);
+  return found.empty() ? request.after : found.back()->id();
+}
 
 struct FindResult {
   EventPtr event;  // null when there is none, or code is not 0
@@ -99,12 +107,14 @@ struct ChangeResult {
   int code = 0;
 };
 
-// Queues as they were at one moment.
+// Queues as they were at one moment; the oldest date and what is damaged are those of the last
+// walk, which may have been a while ago.
 struct FiguresSnapshot {
   Figures queues;
   std::vector<DataSelection> selections;  // all of them, also those without events
   std::string problem;                    // why they could not be read; the rest is empty then
   int code = 0;
+  std::chrono::system_clock::time_point time = std::chrono::system_clock::now();
 };
 using FiguresPtr = std::shared_ptr<const FiguresSnapshot>;
 
@@ -143,8 +153,9 @@ class Waiting {
  public:
   explicit Waiting(std::function<void()> cancel) : m_cancel(std::move(cancel)) {}
 
-  // For a client that has gone: `done` is not called any more, unless that has begun. Not needed
-  // otherwise; a handle may be thrown away.
+  // For a client that has gone: nothing more is read for it. `done` of one that waits is not called
+  // any more, unless that has begun; one that does not wait is answered with what was found at
+  // once, or that it was given up. Not needed otherwise; a handle may be thrown away.
   void cancel() const { m_cancel(); }
 
  private:

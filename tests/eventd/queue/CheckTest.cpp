@@ -3,7 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+
 #include "EventSystem/platform/HostLog.h"
+#include "host/logging/LogObserver.h"
 #include "tests/eventd/queue/Inbox.h"
 #include "tests/eventd/queue/ServiceFixture.h"
 #include "tests/host/HostFixture.h"
@@ -36,6 +39,49 @@ TEST_F(Check, FindsNothingInASoundQueue) {
   EXPECT_EQ(result.report.remaining, 0);
   ASSERT_TRUE(service().counters().lastCheck);
   EXPECT_EQ(service().counters().lastCheck->remaining, 0);
+}
+
+TEST_F(Check, OfASoundQueueHoldsNobodyUpWhoStores) {
+  start();
+  store(manyEvents(5000));
+  std::promise<void> checked;
+  std::atomic<bool> isChecked = false;
+  service().check(true, [&](const CheckResult& result) {
+    EXPECT_EQ(result.report.remaining, 0);
+    isChecked = true;
+    checked.set_value();
+  });
+  storeOne();
+  EXPECT_FALSE(isChecked) << "the event waited for the check";
+  checked.get_future().wait();
+}
+
+TEST_F(Check, IsOneForAllWhoAskAtOnce) {
+  constexpr int kAsked = 20;
+  start();
+  store(manyEvents(3));
+  damage("eventstring=\"rubbish\"", "2");
+  std::atomic<int> checks = 0;
+  const EventSystemHost::LogObserver counting(
+      [&](EventSystemHost::LogLevel, int, std::string_view message) {
+        if (message.find("invalid event string: rubbish") != message.npos) ++checks;
+      });
+  std::atomic<int> answered = 0;
+  for (int i = 0; i < kAsked; ++i) {
+    service().check(false, [&](const CheckResult& result) {
+      EXPECT_EQ(result.report.remaining, 1);
+      ++answered;
+    });
+  }
+  ASSERT_TRUE(eventually([&] { return answered == kAsked; }));
+  EXPECT_LT(checks, kAsked / 2);
+}
+
+TEST_F(Check, FindsThatTheHighestIdIsTooLow) {
+  start();
+  store(manyEvents(3));
+  ASSERT_LE(open("eventproperties").updateRecord("1", "propvalue=2"), 0);
+  EXPECT_EQ(check(false).report.remaining, 1);
 }
 
 TEST_F(Check, FindsAndRepairs) {

@@ -6,6 +6,7 @@
 #include <future>
 #include <stdexcept>
 
+#include "apps/eventd/queue/Audience.h"
 #include "apps/eventd/queue/AuditWatch.h"
 #include "apps/eventd/queue/Digest.h"
 #include "apps/eventd/queue/EventRing.h"
@@ -23,6 +24,7 @@ using EventApps::EventRing;
 using EventApps::Timer;
 using EventApps::Worker;
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 EventApps::EventPtr eventWith(unsigned long id, int type = 5, std::size_t bytes = 0) {
   EventApps::EventView view;
@@ -100,6 +102,23 @@ TEST(Ring, TellsHowFarItHasLooked) {
   ring.clear();
   EXPECT_FALSE(ring.covers(5));
   EXPECT_TRUE(ring.covers(6));
+}
+
+// Of queue 5 there is little, of queue 7 much.
+TEST(KeptEvents, OfAllQueuesTogetherAreBounded) {
+  EventApps::ServiceLimits limits;
+  const std::size_t one = eventWith(1, 5, 1000)->bytes();
+  limits.keptBytesOfAll = 6 * one;
+  EventApps::Audience audience(limits, true, [](const EventApps::SubscriberPtr&) {});
+  audience.show({5, 0, {eventWith(1, 5, 1000), eventWith(2, 5, 1000)}});
+  for (unsigned long id = 1; id <= 20; ++id) audience.show({7, id - 1, {eventWith(id, 5, 1000)}});
+  const auto kept = [&](unsigned int queue, unsigned long after) {
+    const auto found = audience.readKept({queue, after, 100, {}, {}});
+    return found ? idsOf(found->events) : Ids{};
+  };
+  EXPECT_THAT(kept(5, 0), ElementsAre(1, 2));
+  EXPECT_THAT(kept(7, 16), ElementsAre(17, 18, 19, 20));
+  EXPECT_THAT(kept(7, 15), IsEmpty()) << "it has forgotten the first of them";
 }
 
 TEST(WorkerThread, DoesInOrderWhatItWasGivenUntilItEnds) {

@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <thread>
 
 #include "EventSystem/ResultCode.h"
 #include "tests/eventd/queue/ServiceFixture.h"
+#include "tests/host/HostFixture.h"
 
 namespace EventSystemTest {
 namespace {
@@ -252,19 +254,94 @@ TEST_F(Store, ReadsFiguresAnewWhenSomethingHasChanged) {
   EXPECT_EQ(found->queues.at(0).highestId, 3u);
   ASSERT_EQ(found->selections.size(), 1u);
   EXPECT_EQ(found->selections[0].name, "name");
-  EXPECT_EQ(figures(), found) << "nothing has changed";
-  EXPECT_EQ(service().figures(), found);
 }
 
-TEST_F(Store, DoesNotReadFiguresForEachRequest) {
+class Figures : public ServiceTest {
+ protected:
+  EventApps::FiguresPtr figures() {
+    return answerOf<EventApps::FiguresPtr>([&](auto done) { service().figures(std::move(done)); });
+  }
+  EventApps::QueueFigures of(unsigned int dsid) { return figures()->queues.at(dsid); }
+};
+
+TEST_F(Figures, AreThoseOfNowWithoutALookAtAllRows) {
   limits.figuresAge = std::chrono::hours(1);
   start();
-  const auto figures = [&] {
-    return answerOf<EventApps::FiguresPtr>([&](auto done) { service().figures(std::move(done)); });
-  };
-  const EventApps::FiguresPtr first = figures();
-  storeOne();
-  EXPECT_EQ(figures(), first);
+  addDataSelection(5);
+  store(manyEvents(3));
+  EXPECT_EQ(of(0).count, 3u);
+  Events events = manyEvents(2);
+  events.push_back(auditEvent("a"));
+  store(std::move(events));
+  store(manyEvents(4), 5);
+  ASSERT_LE(open("events").updateRecord("1", "eventstring=\"rubbish\""), 0);
+  EXPECT_EQ(of(0).count, 6u);
+  EXPECT_EQ(of(0).highestId, 6u);
+  EXPECT_EQ(of(0).countByType.at(EventSystem::kAuditEvent), 1u);
+  EXPECT_EQ(of(0).damaged, 0u) << "all rows were looked at";
+  EXPECT_EQ(of(5).count, 4u);
+  remove(6);
+  removeUpTo(std::nullopt, false, 5);
+  EXPECT_EQ(of(0).count, 5u);
+  EXPECT_EQ(of(0).countByType.count(EventSystem::kAuditEvent), 0u);
+  EXPECT_EQ(of(0).highestId, 6u);
+  EXPECT_EQ(of(5).count, 0u);
+}
+
+TEST_F(Figures, CountAuditRecordsThatComeIn) {
+  limits.figuresAge = std::chrono::hours(1);
+  start();
+  EXPECT_EQ(of(0).count, 0u);
+  leaveAuditRecord("first");
+  read({});
+  EXPECT_EQ(of(0).count, 1u);
+}
+
+TEST_F(Figures, AreOfOneMomentWhileEventsArrive) {
+  limits.figuresShare = 1000;
+  start();
+  store(manyEvents(2000));
+  std::atomic<bool> ended = false;
+  std::thread writer([&] {
+    for (int i = 0; i < 100; ++i) storeOne();
+    ended = true;
+  });
+  while (!ended) {
+    const EventApps::QueueFigures queue = of(0);
+    EXPECT_EQ(queue.count, queue.highestId);
+  }
+  writer.join();
+  EXPECT_EQ(of(0).count, 2100u);
+}
+
+TEST_F(Figures, AreRightWhileEventsGo) {
+  limits.figuresShare = 1000;
+  start();
+  store(manyEvents(2000));
+  std::atomic<unsigned long> begun = 0;
+  std::atomic<unsigned long> removed = 0;
+  std::thread consumer([&] {
+    while (removed < 100) {
+      remove(++begun);
+      ++removed;
+    }
+  });
+  while (removed < 100) {
+    const unsigned long most = 2000 - removed;
+    const unsigned long count = of(0).count;
+    EXPECT_LE(count, most);
+    EXPECT_GE(count, 2000 - begun);
+  }
+  consumer.join();
+  EXPECT_EQ(of(0).count, 1900u);
+}
+
+TEST_F(Figures, TellWhenTheyWereTrue) {
+  start();
+  const auto before = std::chrono::system_clock::now();
+  const auto time = figures()->time;
+  EXPECT_GE(time, before);
+  EXPECT_LE(time, std::chrono::system_clock::now());
 }
 
 }  // namespace

@@ -108,6 +108,44 @@ TEST_F(Subscribe, EndsWithItsHandle) {
   EXPECT_EQ(m_inbox.why(), "");
 }
 
+// As long as one search of everything takes, and not as long as forty.
+TEST_F(Subscribe, IsNotReadForWhenItHasGone) {
+  constexpr int kAbandoned = 40;
+  limits.keptEvents = 1;
+  start();
+  store(manyEvents(3000));
+  const EventApps::ReadRequest search{0, 0, 10, {EventSystem::kAuditEvent}, {}};
+  const auto timeOfSearch = [&] {
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_THAT(read(search).events, IsEmpty());
+    return std::chrono::steady_clock::now() - begin;
+  };
+  const auto alone = timeOfSearch();
+  std::vector<std::optional<Subscription>> abandoned;
+  for (int i = 0; i < kAbandoned; ++i) {
+    abandoned.push_back(subscribe(m_inbox, 0, {EventSystem::kAuditEvent}));
+  }
+  // They have begun when this is answered.
+  answerOf<EventApps::FindResult>([&](auto done) { service().find(1, 0, std::move(done)); });
+  abandoned.clear();
+  EXPECT_LT(timeOfSearch(), kAbandoned / 4 * alone);
+}
+
+// Whoever reads on from far back has one slice after the other, and others have theirs.
+TEST_F(Subscribe, TakesTurnsWithOthersWhoReadOn) {
+  limits.keptEvents = 1;
+  limits.longReads = 1;
+  start();
+  Events events = manyEvents(5000);
+  events.push_back(auditEvent("far"));
+  store(std::move(events));
+  const auto far = subscribe(m_inbox, 0, {EventSystem::kAuditEvent});
+  const auto near = subscribe(m_other, 4990);
+  ASSERT_TRUE(m_other.has(11));
+  EXPECT_THAT(m_inbox.ids(), IsEmpty()) << "near waited until far was through";
+  ASSERT_TRUE(m_inbox.has(1));
+}
+
 TEST_F(Subscribe, IsToldThatTheServiceEnds) {
   start();
   const auto subscription = subscribe(m_inbox, 0);

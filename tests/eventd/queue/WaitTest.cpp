@@ -75,7 +75,7 @@ TEST_F(Wait, FiltersByType) {
   for (int round = 0; round < 2; ++round) {
     const ReadResult audits = read({0, 0, 10, {EventSystem::kAuditEvent}, {}});
     EXPECT_THAT(idsOf(audits.events), ElementsAre(4));
-    EXPECT_EQ(audits.last, 4u);
+    EXPECT_EQ(audits.last, 5u) << "5 need not be looked at again";
     EXPECT_THAT(read({0, 4, 10, {EventSystem::kAuditEvent}, {}}).events, IsEmpty());
     start();  // the second time nothing is in memory
   }
@@ -180,6 +180,95 @@ TEST_F(Wait, IsNotForAllTheLongReadingsOfOthers) {
   ASSERT_TRUE(eventually([&] { return answered == kLongOnes + 1; }));
   EXPECT_EQ(std::min(counts.at(0), counts.at(1)), 1u) << "it waited for more than one of them";
   EXPECT_EQ(std::count(counts.begin(), counts.end(), limits.shortRead + 1), kLongOnes);
+}
+
+// Looking for some types may pass over a whole queue, however few events are asked for.
+TEST_F(Wait, IsNotForAllWhoLookForSomeTypes) {
+  constexpr long kSearches = 20;
+  limits.longReads = 1;
+  limits.keptEvents = 1;
+  start();
+  store(manyEvents(10));
+  std::vector<unsigned long> lasts;  // of the answering thread
+  std::atomic<long> answered = 0;
+  const auto ask = [&](const std::set<int>& types) {
+    service().read({0, 0, 1, types, {}}, [&](const ReadResult& result) {
+      lasts.push_back(result.last);
+      ++answered;
+    });
+  };
+  service().find(1, 0, [&](const EventApps::FindResult&) {
+    for (long i = 0; i < kSearches; ++i) ask({EventSystem::kAuditEvent});
+    ask({});
+  });
+  ASSERT_TRUE(eventually([&] { return answered == kSearches + 1; }));
+  EXPECT_EQ(std::min(lasts.at(0), lasts.at(1)), 1u) << "it waited for more than one of them";
+}
+
+TEST_F(Wait, OfOneWhoStoresIsNotForAllWhoRead) {
+  constexpr long kReadings = 200;
+  limits.keptEvents = 1;
+  start();
+  store(manyEvents(100));
+  std::atomic<long> answered = 0;
+  std::promise<long> answeredBefore;
+  service().find(1, 0, [&](const EventApps::FindResult&) {
+    for (long i = 0; i < kReadings; ++i) {
+      service().read({0, 0, 10, {}, {}}, [&](const ReadResult&) { ++answered; });
+    }
+    // They have taken their places before it comes.
+    service().find(1, 0, [&](const EventApps::FindResult&) {
+      service().store(eventsOf({"a"}), 0, std::nullopt,
+                      [&](const StoreResult&) { answeredBefore.set_value(answered); });
+    });
+  });
+  EXPECT_LT(answeredBefore.get_future().get(), kReadings / 2);
+  ASSERT_TRUE(eventually([&] { return answered == kReadings; }));
+}
+
+TEST_F(Wait, RemembersHowFarItHasLooked) {
+  const std::set<int> audits = {EventSystem::kAuditEvent};
+  start();
+  store(manyEvents(3));
+  EXPECT_EQ(read({0, 0, 10, audits, {}}).last, 3u);
+  EXPECT_EQ(read({0, 0, 10, audits, milliseconds(1)}).last, 3u);
+  EXPECT_EQ(read({0, 77, 10, audits, {}}).last, 77u);
+  Reader reader = wait({0, 0, 10, audits, kLong});
+  read({0, 0, 10, audits, {}});  // behind it: it has looked at what was there
+  store(manyEvents(2));
+  stop();
+  EXPECT_EQ(resultOf(reader).last, 5u);
+}
+
+// So many that looking at all of them takes many slices.
+constexpr std::size_t kManySlices = 5000;
+
+TEST_F(Wait, EndsTheReadingOfAClientThatHasGone) {
+  limits.keptEvents = 1;
+  start();
+  store(manyEvents(kManySlices));
+  Reader reader = wait({0, 0, 10, {EventSystem::kAuditEvent}, {}});
+  reader.handle->cancel();
+  const ReadResult result = resultOf(reader);
+  EXPECT_EQ(result.code, EventSystem::kStoreFailure) << "it looked at all of them";
+  EXPECT_EQ(result.last, 0u);
+  reader = wait({0, 0, 10, {}, {}});
+  reader.handle->cancel();
+  EXPECT_EQ(resultOf(reader).last, 10u) << "a client that only seems to be gone";
+}
+
+TEST_F(Wait, EndsALongReadingWhenTheServiceEnds) {
+  limits.keptEvents = 1;
+  start();
+  store(manyEvents(kManySlices));
+  Reader reading = wait({0, 0, 10, {EventSystem::kAuditEvent}, {}});
+  Reader waiting = wait({0, 0, 10, {EventSystem::kAuditEvent}, kLong});
+  answerOf<EventApps::FindResult>([&](auto done) { service().find(1, 0, std::move(done)); });
+  stop();
+  EXPECT_EQ(resultOf(reading).code, EventSystem::kStoreFailure) << "it looked at all of them";
+  const ReadResult result = resultOf(waiting);
+  EXPECT_EQ(result.code, 0);
+  EXPECT_THAT(result.events, IsEmpty());
 }
 
 TEST_F(Wait, OfAThousandReadersEndsAtOnce) {
