@@ -98,9 +98,12 @@ int OrbDBDSEventStorage::writeEvent(Event* event, unsigned int dsid) {
   }
   assignEventId(event, id);
   // Before the row: one that memory was too short to enter would be hidden until the next start.
+  const bool hadCache = m_idCaches.contains(dsid);
   addIdToCache(id, dsid);
   const int result = addEventRow(kEvents, *event, id, dsid);
-  if (result != kSuccess) removeIdFromCache(id, dsid);
+  if (result == kSuccess) return result;
+  removeIdFromCache(id, dsid);
+  if (!hadCache) m_idCaches.erase(dsid);
   return result;
 }
 
