@@ -60,7 +60,8 @@ Core::Core(EventSystemHost::Host& theHost, const ServiceLimits& theLimits,
   tryReading();
   tryWriting();
   if (const int status = host.waitDurable(); status != 0) throw Failure(flushProblem(status));
-  endLook();
+  lookout.ended();
+  showArrivals();
 }
 
 Core::~Core() {
